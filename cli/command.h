@@ -1,0 +1,61 @@
+// quillon-cli's commands and the contract they share: --fps, --settings,
+// --param, --answer and --help on every command; exit 0 when the work was
+// done, 1 when it stopped at a box or a conversion gave -1, 2 for usage and
+// file errors.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "cli/console_ui.h"
+#include "core/station.h"
+#include "script/memory_document.h"
+
+namespace quillon::cli {
+
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitStopped = 1;
+inline constexpr int kExitUsage = 2;
+
+struct Invocation {
+  Invocation(std::ostream& out_, std::ostream& err_);
+
+  std::vector<std::string> args;  // the command's own words, common options taken out
+  bool help = false;
+  std::ostream& out;
+  std::ostream& err;
+  ConsoleUi ui;
+  MemoryDocumentService docs;
+  Station st;
+
+  // "quillon-cli: " + message on one line; returns 2.
+  int fail(const std::string& message);
+  // Loads SCRIPT as the active document; false after the message.
+  bool loadScript(const std::string& path);
+  // 0 when the work went through, 1 when a box stopped it.
+  int exitFor(bool ok) const;
+  // Takes "--name VALUE" or "--name=VALUE" out of args.
+  bool takeOption(const std::string& name, std::string& value, std::string& error);
+  bool takeFlag(const std::string& name);
+  // Anything still starting with "--" is unknown to the command.
+  bool rejectUnknownOptions(std::string& error) const;
+};
+
+struct CommandSpec {
+  const char* name;
+  const char* usage;    // lines after "usage: "
+  const char* summary;  // one line
+  int (*run)(Invocation&);
+};
+
+// Commands register themselves from their own files.
+struct CommandRegistrar {
+  explicit CommandRegistrar(const CommandSpec& spec);
+};
+const std::vector<CommandSpec>& commands();
+
+// Seconds as the CLI prints them: six decimals, -1 as "-1".
+std::string secondsText(double seconds);
+
+}  // namespace quillon::cli

@@ -1,0 +1,143 @@
+#include <clocale>
+#include <cstring>
+#include <iostream>
+
+#include "cli/command.h"
+#include "core/atomic_file.h"
+#include "core/settings.h"
+
+using namespace quillon;
+using namespace quillon::cli;
+
+namespace {
+
+void printUsage(std::ostream& o) {
+  o << "usage: quillon-cli COMMAND [OPTIONS] ARGS...\n\ncommands:\n";
+  for (const auto& c : commands()) o << "  " << c.name << "\t" << c.summary << "\n";
+  o << "\ncommon options:\n"
+       "  --fps N              24, 25 or 30 (default 30)\n"
+       "  --settings FILE      parameters from a settings line instead of the defaults\n"
+       "  --param NAME=VALUE   set one parameter (flags take T or F)\n"
+       "  --answer yes|no      answer to Yes/No boxes (default yes)\n"
+       "  --help               this text, or the command's own\n";
+}
+
+bool setParam(Session& s, const std::string& assignment, std::string& error) {
+  auto eq = assignment.find('=');
+  if (eq == std::string::npos) {
+    error = "--param wants NAME=VALUE, got '" + assignment + "'";
+    return false;
+  }
+  std::string name = assignment.substr(0, eq), value = assignment.substr(eq + 1);
+  auto number = [&](double& target) {
+    char* end = nullptr;
+    double v = std::strtod(value.c_str(), &end);
+    if (value.empty() || *end != '\0') {
+      error = "parameter " + name + " wants a number, got '" + value + "'";
+      return false;
+    }
+    target = v;
+    return true;
+  };
+  auto flag = [&](bool& target) {
+    if (value != "T" && value != "F") {
+      error = "parameter " + name + " takes T or F, got '" + value + "'";
+      return false;
+    }
+    target = value == "T";
+    return true;
+  };
+  double d = 0;
+  if (name == "readingSpeed") return number(s.readingSpeed);
+  if (name == "minOnAir1") return number(s.minOnAir1);
+  if (name == "minOnAir2") return number(s.minOnAir2);
+  if (name == "maxOnAir") return number(s.maxOnAir);
+  if (name == "fastThreshold") return number(s.fastThreshold);
+  if (name == "slowThreshold") return number(s.slowThreshold);
+  if (name == "delay") return number(s.delay);
+  if (name == "minInterleave") {
+    if (!number(d)) return false;
+    s.minInterleave = static_cast<int16_t>(d);
+    return true;
+  }
+  if (name == "maxCharsRow") {
+    if (!number(d)) return false;
+    s.maxCharsRow = static_cast<int16_t>(d);
+    return true;
+  }
+  if (name == "readingSpeedCheck") return flag(s.readingSpeedCheck);
+  if (name == "checksDisabled") return flag(s.checksDisabled);
+  error = "unknown parameter '" + name + "'";
+  return false;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setlocale(LC_ALL, "C");
+  if (argc < 2 || std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) {
+    printUsage(argc < 2 ? std::cerr : std::cout);
+    return argc < 2 ? kExitUsage : kExitOk;
+  }
+  const CommandSpec* spec = nullptr;
+  for (const auto& c : commands())
+    if (argv[1] == std::string(c.name)) spec = &c;
+  Invocation inv(std::cout, std::cerr);
+  if (!spec) return inv.fail(std::string("unknown command '") + argv[1] + "' (see --help)");
+
+  std::string settingsFile, answer, fpsText = "30";
+  std::vector<std::string> params;
+  for (int i = 2; i < argc; ++i) {
+    std::string a = argv[i];
+    auto valued = [&](const std::string& opt, std::string& target) {
+      if (a == opt) {
+        if (i + 1 >= argc) return 2;
+        target = argv[++i];
+        return 1;
+      }
+      if (a.rfind(opt + "=", 0) == 0) {
+        target = a.substr(opt.size() + 1);
+        return 1;
+      }
+      return 0;
+    };
+    std::string p;
+    int r;
+    if ((r = valued("--fps", fpsText)) || (r = valued("--settings", settingsFile)) || (r = valued("--answer", answer))) {
+      if (r == 2) return inv.fail(a + " wants a value");
+      continue;
+    }
+    if ((r = valued("--param", p))) {
+      if (r == 2) return inv.fail("--param wants NAME=VALUE");
+      params.push_back(p);
+      continue;
+    }
+    if (a == "--help" || a == "-h") {
+      inv.help = true;
+      continue;
+    }
+    inv.args.push_back(a);
+  }
+  if (inv.help) {
+    std::cout << "usage: quillon-cli " << spec->usage << "\n" << spec->summary << "\n";
+    return kExitOk;
+  }
+  if (fpsText != "24" && fpsText != "25" && fpsText != "30") return inv.fail("--fps must be 24, 25 or 30, got '" + fpsText + "'");
+  inv.st.s.g_fps = static_cast<int16_t>(std::stoi(fpsText));
+  inv.st.s.framePeriod = 1.0 / inv.st.s.g_fps;
+  if (!answer.empty() && answer != "yes" && answer != "no") return inv.fail("--answer must be yes or no");
+  inv.ui.answerYes = answer != "no";
+
+  std::string line;
+  if (!settingsFile.empty()) {
+    std::string bytes, error;
+    if (!readWholeFile(settingsFile, bytes, &error)) return inv.fail(error);
+    line = readSettingsLine(settingsFile);
+  }
+  applySettingsLine(inv.st.s, line);
+  for (const auto& p : params) {
+    std::string error;
+    if (!setParam(inv.st.s, p, error)) return inv.fail(error);
+  }
+  return spec->run(inv);
+}

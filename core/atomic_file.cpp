@@ -1,0 +1,98 @@
+#include "core/atomic_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillon {
+
+namespace {
+void setError(std::string* error, const std::string& what, const std::string& path, int err) {
+  if (error) *error = what + " " + path + ": " + std::strerror(err);
+}
+}  // namespace
+
+bool writeFileAtomically(const std::string& path, std::string_view bytes, std::string* error) {
+  std::string dir = ".";
+  auto slash = path.rfind('/');
+  if (slash != std::string::npos) dir = slash == 0 ? "/" : path.substr(0, slash);
+  std::string base = slash == std::string::npos ? path : path.substr(slash + 1);
+  std::string tmpl = dir + "/." + base + ".tmpXXXXXX";
+  int fd = mkstemp(tmpl.data());
+  if (fd < 0) {
+    setError(error, "cannot write", path, errno);
+    return false;
+  }
+  // Keep the permissions of a file being replaced; a new one gets the usual.
+  struct stat st {};
+  if (stat(path.c_str(), &st) == 0) {
+    fchmod(fd, st.st_mode & 07777);
+  } else {
+    mode_t mask = umask(0);
+    umask(mask);
+    fchmod(fd, 0666 & ~mask);
+  }
+  const char* p = bytes.data();
+  size_t left = bytes.size();
+  while (left > 0) {
+    ssize_t n = ::write(fd, p, left);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      int e = errno;
+      ::close(fd);
+      ::unlink(tmpl.c_str());
+      setError(error, "cannot write", path, e);
+      return false;
+    }
+    p += n;
+    left -= static_cast<size_t>(n);
+  }
+  if (::fsync(fd) != 0 || ::close(fd) != 0) {
+    int e = errno;
+    ::unlink(tmpl.c_str());
+    setError(error, "cannot write", path, e);
+    return false;
+  }
+  if (::rename(tmpl.c_str(), path.c_str()) != 0) {
+    int e = errno;
+    ::unlink(tmpl.c_str());
+    setError(error, "cannot write", path, e);
+    return false;
+  }
+  return true;
+}
+
+bool readWholeFile(const std::string& path, std::string& out, std::string* error) {
+  out.clear();
+  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) {
+    setError(error, "cannot read", path, errno);
+    return false;
+  }
+  struct stat st {};
+  if (fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
+    ::close(fd);
+    setError(error, "cannot read", path, EISDIR);
+    return false;
+  }
+  char buf[65536];
+  while (true) {
+    ssize_t n = ::read(fd, buf, sizeof buf);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      int e = errno;
+      ::close(fd);
+      setError(error, "cannot read", path, e);
+      return false;
+    }
+    if (n == 0) break;
+    out.append(buf, static_cast<size_t>(n));
+  }
+  ::close(fd);
+  return true;
+}
+
+}  // namespace quillon

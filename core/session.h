@@ -1,0 +1,141 @@
+// The session: every field the main window owns, as plain data under the
+// names the station's rules use. Nothing here talks to a device or a window.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/text.h"
+
+namespace quillon {
+
+inline constexpr int kScanCapacity = 19999;
+inline constexpr int kRosterCapacity = 999;
+
+// One per subtitle beside the scan arrays, for the rendering hand-over.
+struct SubtitleRecord {
+  int number = 0;
+  double cueInSeconds = 0, cueOutSeconds = 0;
+  u16 cueInText, cueOutText;
+  char16_t position = u'0', alignment = u' ', style = u'N';
+  u16 line1, line2;
+  bool dialogue = false;  // both lines begin with '-'
+  u16 imageFileName;
+};
+
+// Parallel arrays indexed from 1 to 19999; index 0 is unused.
+struct ScanTable {
+  ScanTable();
+  std::vector<double> cueIn, cueOut;
+  std::vector<u16> text;
+  std::vector<char16_t> posDigit, alignChar, styleChar;
+  std::vector<u16> noteText;
+  std::vector<bool> isSubtitle, voiceOn;
+  std::vector<double> voiceIndex;
+  std::vector<SubtitleRecord> records;
+  // Four text rows per caption, [index][0..3].
+  std::vector<std::array<u16, 4>> captionRows;
+  double subtitleCount = 0;
+
+  void clear();  // every entry back to empty, count 0
+  void clearCaptionRows();
+  int count() const { return static_cast<int>(subtitleCount); }
+};
+
+// Character names of dubbing work, `voces[1..999]`.
+struct Roster {
+  Roster() : voces(kRosterCapacity + 1) {}
+  std::vector<u16> voces;
+  int16_t numvoces = 0;
+  int16_t vozactual = 0, vozanterior = 0;
+  void clear() {
+    for (auto& v : voces) v.clear();
+    numvoces = 0;
+  }
+};
+
+struct Session {
+  // Timecode
+  int16_t g_fps = 0;
+  double framePeriod = 0;
+  double videoDuration = 0;
+  double tcStart = 0, tcEnd = 0;
+  double g_dblPosActual = 0;
+  u16 TCInitial, TCFinal;
+  long TCBase = 0;
+  double noframes = 0;
+  double delay = 0.30;
+
+  // Settings line and the options it carries
+  std::string g_settingsLine;
+  bool muteOn = false;
+  char16_t audioTrack = u'R';
+  bool dub_voz_on = true;
+  bool dub_dialogos = false;
+  bool actraGuidelines = false;
+  bool cueInOnly = false;
+  bool switchToWordProcessor = true;
+  bool characterWindow = true;
+  bool readingSpeedCheck = false;
+  bool colourFeedback = false;
+  bool sequentialNumbering = false;
+  bool minimiseSubtitleWindow = false;
+  bool jumpToNextBlock = false;
+  bool inSituOffset = true;
+  bool timecodeInClipboard = false;
+  bool followSimulation = true;
+  double footpedaljump = 5;
+  int16_t commPort = 1;
+  double slowRate = 0.25;
+
+  // Subtitling parameters
+  double readingSpeed = 14;
+  double minOnAir1 = 1.00;
+  double minOnAir2 = 0;
+  double maxOnAir = 6.00;
+  int16_t minInterleave = 0;
+  double fastThreshold = 25;
+  double slowThreshold = 0;
+  int16_t maxCharsRow = 32;
+  bool checksDisabled = false;  // `mnu_sub_opc_dis`
+  double minCaptionOnAir = 1.00;
+  double maxCaptionOnAir = 6.00;
+
+  // Session variables set by `iniciarvariables`
+  int16_t changeSub = 0;
+  u16 videoFile;
+  bool g_fVideoRun = false;
+  bool g_docAttached = false;  // `g_doc` holds the word processor
+  double totalbloq2lineas = 0, totalbloq1linea = 0;
+  bool g_fsim = false, g_fspot = false, g_fedit = false, saveedittiming = false, editingcueout = false;
+  double TCSpacebar = 0;
+  int16_t ultimaposenpantalla = 0, ultimaposenpantallacc = 0;
+  u16 ultimaposhcc;
+  bool miItal = false;
+  u16 miItalStyle = u"N";  // style letter of the coming subtitle
+  double ultimodelay = 0;
+  double TCF = 0;
+  u16 g_stlFileName, g_DVDMFileName, g_CPCFileName, g_SUBFileName, g_SAMIFileName, g_QTFileName,
+      g_SSAFileName, g_SBVFileName, g_ULTFileName, g_PACFileName;
+  int16_t fullscreenmode = 0;
+  int16_t lastfootpedalevent = 0;
+  double topventana = 0, leftventana = 0;
+  bool outnextin = false;
+  bool cc = true;
+  bool tctag = true;
+  double upperlimit = 0, lowerlimit = 0;
+  int16_t nextSeqNumber = 1;
+  bool keyDigitsForward = false;
+  bool wysiwygCapable = false;
+  int timer1Interval = 33, timer2Interval = 500;  // milliseconds
+  double sessionStartTime = 0;  // time of day at start-up
+  long characterCount = 0;
+
+  // Tables filled by the scanners
+  ScanTable scan;
+  Roster roster;
+};
+
+}  // namespace quillon

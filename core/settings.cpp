@@ -1,0 +1,208 @@
+#include "core/settings.h"
+
+#include <cstdlib>
+#include <sys/stat.h>
+
+#include "core/atomic_file.h"
+#include "core/serial_port.h"
+#include "core/station.h"
+
+namespace quillon {
+
+std::string configDir() {
+  if (const char* d = std::getenv("QUILLON_CONFIG_DIR"); d && *d) return d;
+  if (const char* x = std::getenv("XDG_CONFIG_HOME"); x && *x) return std::string(x) + "/quillon";
+  const char* home = std::getenv("HOME");
+  return std::string(home && *home ? home : ".") + "/.config/quillon";
+}
+
+std::string defaultsPath() { return configDir() + "/defaults.dat"; }
+
+std::string readSettingsLine(const std::string& path) {
+  std::string all;
+  if (!readWholeFile(path, all)) return {};
+  auto end = all.find_first_of("\r\n");
+  return end == std::string::npos ? all : all.substr(0, end);
+}
+
+namespace {
+
+std::string col(const std::string& line, size_t col1, size_t width) {
+  if (col1 - 1 >= line.size()) return {};
+  return line.substr(col1 - 1, width);
+}
+
+bool flagAt(const std::string& line, size_t col1) { return col(line, col1, 1) == "T"; }
+double numberAt(const std::string& line, size_t col1, size_t width) { return leadingNumber(col(line, col1, width)); }
+
+// "00" followed by the number's text, last two characters.
+std::string twoDigits(double v) {
+  std::string t = "00" + toUtf8(numberText(v));
+  return t.substr(t.size() - 2);
+}
+
+}  // namespace
+
+void applySettingsLine(Session& s, const std::string& line) {
+  if (line.empty() || (line[0] != 'T' && line[0] != 'F')) {
+    s.muteOn = false;
+    s.audioTrack = u'R';
+    s.dub_voz_on = true;
+    s.dub_dialogos = false;
+    s.actraGuidelines = false;
+    s.cueInOnly = false;
+    s.switchToWordProcessor = true;
+    s.characterWindow = true;
+    s.readingSpeedCheck = false;
+    s.colourFeedback = false;
+    s.sequentialNumbering = false;
+    s.minimiseSubtitleWindow = false;
+    s.jumpToNextBlock = false;
+    s.inSituOffset = true;
+    s.timecodeInClipboard = false;
+    s.followSimulation = true;
+    s.readingSpeed = 14;
+    s.minInterleave = 0;
+    s.fastThreshold = 25;
+    s.slowThreshold = 0;
+    s.maxCharsRow = 32;
+    s.footpedaljump = 5;
+    s.commPort = 1;
+    s.slowRate = 0.25;
+    s.minOnAir1 = 1.00;
+    s.maxOnAir = 6.00;
+    s.delay = 0.30;
+    return;
+  }
+  s.muteOn = flagAt(line, 1);
+  std::string track = col(line, 2, 1);
+  // "T"/"F" in column 2 is a line of the earlier layout.
+  if (track == "T" || track == "F" || track.empty())
+    s.audioTrack = u'R';
+  else
+    s.audioTrack = static_cast<unsigned char>(track[0]);
+  s.dub_voz_on = flagAt(line, 3);
+  s.dub_dialogos = flagAt(line, 4);
+  s.actraGuidelines = flagAt(line, 5);
+  s.cueInOnly = flagAt(line, 6);
+  s.switchToWordProcessor = flagAt(line, 7);
+  s.characterWindow = flagAt(line, 8);
+  s.readingSpeedCheck = flagAt(line, 9);
+  s.colourFeedback = flagAt(line, 10);
+  s.sequentialNumbering = flagAt(line, 11);
+  s.minimiseSubtitleWindow = flagAt(line, 12);
+  s.jumpToNextBlock = flagAt(line, 13);
+  s.inSituOffset = flagAt(line, 14);
+  s.timecodeInClipboard = flagAt(line, 15);
+  s.followSimulation = flagAt(line, 16);
+  s.readingSpeed = numberAt(line, 17, 2);
+  s.minInterleave = static_cast<int16_t>(numberAt(line, 19, 2));
+  s.fastThreshold = numberAt(line, 21, 2);
+  s.slowThreshold = numberAt(line, 23, 2);
+  s.maxCharsRow = static_cast<int16_t>(numberAt(line, 25, 2));
+  s.footpedaljump = numberAt(line, 27, 2);
+  s.commPort = static_cast<int16_t>(numberAt(line, 29, 1));
+  s.slowRate = numberAt(line, 30, 4);
+  s.minOnAir1 = numberAt(line, 34, 5);
+  s.maxOnAir = numberAt(line, 39, 5);
+  s.delay = numberAt(line, 44, 4);
+}
+
+std::string buildSettingsLine(const Session& s) {
+  std::string l;
+  l += boolToTF(s.muteOn);
+  l += s.audioTrack > 0 && s.audioTrack < 128 ? static_cast<char>(s.audioTrack) : 'R';
+  l += boolToTF(s.dub_voz_on);
+  l += boolToTF(s.dub_dialogos);
+  l += boolToTF(s.actraGuidelines);
+  l += boolToTF(s.cueInOnly);
+  l += boolToTF(s.switchToWordProcessor);
+  l += boolToTF(s.characterWindow);
+  l += boolToTF(s.readingSpeedCheck);
+  l += boolToTF(s.colourFeedback);
+  l += boolToTF(s.sequentialNumbering);
+  l += boolToTF(s.minimiseSubtitleWindow);
+  l += boolToTF(s.jumpToNextBlock);
+  l += boolToTF(s.inSituOffset);
+  l += boolToTF(s.timecodeInClipboard);
+  l += boolToTF(s.followSimulation);
+  l += twoDigits(s.readingSpeed);
+  l += twoDigits(s.minInterleave);
+  l += twoDigits(s.fastThreshold);
+  l += twoDigits(s.slowThreshold);
+  l += twoDigits(s.maxCharsRow);
+  l += twoDigits(s.footpedaljump);
+  l += toUtf8(numberText(s.commPort));
+  l += formatNumber8(s.slowRate, "0.00");
+  l += formatNumber8(s.minOnAir1, "00.00");
+  l += formatNumber8(s.maxOnAir, "00.00");
+  l += formatNumber8(s.delay, "0.00");
+  return l;
+}
+
+void iniciarvariables(Station& st) {
+  Session& s = st.s;
+  ViewState& v = st.view;
+  s.tcStart = s.tcEnd = 0;
+  s.timer1Interval = 33;
+  s.timer2Interval = 500;
+  s.scan.subtitleCount = 0;
+  s.characterCount = 0;
+
+  applySettingsLine(s, s.g_settingsLine);
+  s.minOnAir2 = 0;
+  if (st.trackCommand) st.trackCommand(st, s.audioTrack);
+
+  v.menu("mnu_dub_opc_dia").checked = s.dub_dialogos;
+  v.menu("mnu_herr_opt_ACTRA").checked = s.actraGuidelines;
+  v.menu("mnu_dub_opc_inonly").checked = s.cueInOnly;
+  v.menu("mnu_dub_opc_switch").checked = s.switchToWordProcessor;
+  v.menu("mnu_dub_opc_chr").checked = s.characterWindow;
+  v.menu("mnu_sub_opc_chk").checked = s.readingSpeedCheck;
+  v.menu("mnu_sub_opc_col").checked = s.colourFeedback;
+  v.menu("mnu_sub_opc_seq").checked = s.sequentialNumbering;
+  v.menu("mnu_sub_opc_mtx").checked = s.minimiseSubtitleWindow;
+  v.menu("mnu_sim_con").checked = s.jumpToNextBlock;
+  v.menu("mnu_situ_off").checked = s.inSituOffset;
+  v.menu("mnu_opc_tcclip").checked = s.timecodeInClipboard;
+  v.menu("mnu_sim_follow").checked = s.followSimulation;
+  v.menu("mnu_sub_opc_dis").checked = false;
+  s.checksDisabled = false;
+
+  v.panel(7).enabled = s.readingSpeedCheck;
+  v.panel(7).toolTip = s.readingSpeedCheck ? u"Reading speed check enabled." : u"Reading speed check disabled.";
+  v.panel(5).enabled = s.jumpToNextBlock;
+  v.panel(5).toolTip = s.jumpToNextBlock ? u"Jump option enabled." : u"Jump option disabled.";
+
+  u16 rs = formatNumber(s.readingSpeed, "00");
+  v.setPanel(3, rs, u"Reading speed = " + rs + u" characters per second.");
+  u16 mc = formatNumber(s.maxCharsRow, "00");
+  v.setPanel(4, mc, u"Max chars per line = " + mc);
+
+  v.menu("mnu_cc").enabled = true;
+  v.menu("mnu_cc_conv").enabled = true;
+  v.menu("mnu_sub_exp").enabled = true;
+
+  s.outnextin = false;
+  s.nextSeqNumber = 1;
+  s.lastfootpedalevent = 0;
+
+  // A missing pedal must not disturb the start: the error is ignored.
+  if (st.port) st.port->open(s.commPort);
+
+  s.sessionStartTime = st.ui.timeOfDay();
+}
+
+bool guardarDefaults(Station& st, const std::string& path, std::string* error) {
+  st.s.g_settingsLine = buildSettingsLine(st.s);
+  auto slash = path.rfind('/');
+  if (slash != std::string::npos && slash > 0) {
+    // Create the configuration folder on first use, parents included.
+    std::string dir = path.substr(0, slash);
+    for (size_t p = 1; p <= dir.size(); ++p)
+      if (p == dir.size() || dir[p] == '/') ::mkdir(dir.substr(0, p).c_str(), 0755);
+  }
+  return writeFileAtomically(path, st.s.g_settingsLine + "\n", error);
+}
+
+}  // namespace quillon

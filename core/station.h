@@ -1,0 +1,48 @@
+// The station as the logic sees it: the session's data, the window's view
+// state and the platform services behind their seams. Every command takes a
+// Station& and reaches the outside world only through these members.
+#pragma once
+
+#include <functional>
+
+#include "core/session.h"
+#include "core/ui.h"
+#include "core/view_state.h"
+
+namespace quillon {
+
+class DocumentService;
+class MediaPlayer;
+class SerialPort;
+
+inline const u16 g_appTitle = u"QUILLON";
+
+struct Station {
+  explicit Station(UserInterface& ui_) : ui(ui_) {}
+
+  Session s;
+  ViewState view;
+
+  UserInterface& ui;
+  DocumentService* doc = nullptr;
+  MediaPlayer* player = nullptr;
+  SerialPort* port = nullptr;
+
+  // Seams between folders, filled by the layer that owns the behaviour so
+  // that lower layers need not know it.
+  //
+  // Called at the start of every subtitle scan (running totals go to zero).
+  std::function<void(Station&)> beginSubtitleScan;
+  // Called for each subtitle entry the scan has just stored at `index`;
+  // `kept` tells whether the entry stays in the table. Returning false stops
+  // the scan, which then returns false.
+  std::function<bool(Station&, int index, bool kept)> checkSubtitle;
+  // Called for each caption the scan has just stored; false stops the scan.
+  std::function<bool(Station&, int index)> checkCaption;
+  // The audio track command, applied when the settings are read.
+  std::function<void(Station&, char16_t track)> trackCommand;
+
+  int fps() const { return s.g_fps; }
+};
+
+}  // namespace quillon

@@ -1,0 +1,73 @@
+// The main window's visible state as plain data. The logic reads and writes
+// it; the Qt window renders it; tests inspect it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/text.h"
+
+namespace quillon {
+
+// Colours are 24-bit with blue in the high byte, as the station's rules give them.
+struct LabelState {
+  u16 caption;
+  uint32_t foreColor = 0xFFFFFF;
+  uint32_t backColor = 0x000000;
+  bool visible = true;
+};
+
+struct StatusPanelState {
+  u16 text;
+  u16 toolTip;
+  bool enabled = true;
+};
+
+struct MenuItemState {
+  u16 caption;
+  bool checked = false;
+  bool enabled = true;
+  bool visible = true;
+};
+
+struct ToolbarButtonState {
+  std::string key;
+  u16 toolTip;
+  bool enabled = true;
+  bool pressed = false;
+};
+
+struct SliderState {
+  double value = 0;
+  double min = 0;
+  double max = 0;
+  bool enabled = true;
+};
+
+struct ViewState {
+  ViewState();  // one menu state per entry of the menu table
+
+  LabelState LabTimecode, LabCom, LabDur;
+  // Status bar `BarraStatus`, panels 1 to 8 (index 0 unused).
+  std::array<StatusPanelState, 9> panels;
+  std::map<std::string, MenuItemState, std::less<>> menus;
+  std::vector<ToolbarButtonState> toolbar;
+  bool toolbarEnabled = true;
+  SliderState slVideo;
+  u16 caption;  // window caption
+  bool visible = false;
+
+  // Throws std::out_of_range for a name the menu table does not have.
+  MenuItemState& menu(std::string_view name);
+  const MenuItemState& menu(std::string_view name) const;
+  StatusPanelState& panel(int i) { return panels.at(static_cast<size_t>(i)); }
+  void setPanel(int i, const u16& text, const u16& toolTip) {
+    panel(i).text = text;
+    panel(i).toolTip = toolTip;
+  }
+};
+
+}  // namespace quillon

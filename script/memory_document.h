@@ -1,0 +1,122 @@
+// The station's own script document: paragraphs ending in CR, italics per
+// character, one selection, an undo list and named properties. It is the
+// embedded default behind the document service and the model the script
+// window shows and edits.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "script/document_service.h"
+
+namespace quillon {
+
+class MemoryDocument {
+ public:
+  MemoryDocument();  // one empty paragraph
+
+  // Content as given; a text that does not end with CR gets one.
+  void setText(u16v text);
+  const u16& text() const { return text_; }
+  long length() const { return static_cast<long>(text_.size()); }
+
+  void insert(long pos, u16v text, bool stickLeft, bool italic);
+  void erase(TextRange r);
+  bool italic(TextRange r) const;
+  void setItalic(TextRange r, bool on);
+  const std::vector<uint8_t>& italicFlags() const { return italic_; }
+
+  TextRange selection() const { return sel_; }
+  void setSelection(TextRange r);
+
+  long paragraphsCount() const { return static_cast<long>(starts_.size()); }
+  TextRange paragraph(long n) const;  // 1-based
+  long paragraphIndexAt(long pos) const;
+
+  // Undo of the operator's and the logic's edits until cleared.
+  bool undo();
+  void undoClear() { undo_.clear(); }
+  size_t undoDepth() const { return undo_.size(); }
+
+  u16 name;                 // "Document1" or the file's name
+  std::string path;         // full path, empty for a new document
+  u16 fontName = u"Times New Roman";
+  bool modified = false;
+  std::vector<std::pair<u16, u16>> customProperties;  // in order of creation
+  std::vector<std::pair<int, u16>> builtinProperties;
+
+  // Anything a file loader keeps to write back what the station does not
+  // understand (the package of a .docx or .odt, for instance).
+  std::shared_ptr<void> sourcePackage;
+
+ private:
+  struct Edit {
+    long pos;
+    u16 removed;
+    std::vector<uint8_t> removedItalic;
+    long insertedLength;
+  };
+  void rebuildStarts();
+  void rawInsert(long pos, u16v text, const std::vector<uint8_t>& italic, bool stickLeft);
+  void rawErase(long a, long b);
+
+  u16 text_;
+  std::vector<uint8_t> italic_;
+  std::vector<long> starts_;  // offset of each paragraph's first character
+  TextRange sel_;
+  std::vector<Edit> undo_;
+};
+
+// The document service over a set of memory documents, one of them active.
+class MemoryDocumentService : public DocumentService {
+ public:
+  MemoryDocumentService();
+
+  // Test and headless hooks: whether a word processor is "running".
+  bool available = true;
+  u16 user;
+  u16 address;
+
+  MemoryDocument* active();
+  std::vector<std::unique_ptr<MemoryDocument>>& documents() { return docs_; }
+  void activate(size_t index);
+  // Adds a ready document and makes it active.
+  MemoryDocument& addDocument(std::unique_ptr<MemoryDocument> doc);
+  void closeActive();
+
+  bool connect() override { return available; }
+  int documentsCount() override { return static_cast<int>(docs_.size()); }
+  void documentsAdd() override;
+  u16 userName() override { return user; }
+  u16 userAddress() override { return address; }
+
+  u16 name() override;
+  u16 fullName() override;
+  long length() override;
+  u16 text(TextRange r) override;
+  void insertText(long pos, u16v text, bool stickLeft, bool italic) override;
+  void eraseText(TextRange r) override;
+  bool italicAt(TextRange r) override;
+  void setItalic(TextRange r, bool on) override;
+  u16 fontName() override;
+  void setFontName(const u16& font) override;
+  TextRange selectionRange() override;
+  void setSelectionRange(TextRange r) override;
+  long paragraphsCount() override;
+  TextRange paragraphRange(long n) override;
+  long paragraphIndexAt(long pos) override;
+  void undoClear() override;
+  std::optional<u16> customProperty(const u16& name) override;
+  void setCustomProperty(const u16& name, const u16& value) override;
+  std::optional<u16> builtinProperty(int index) override;
+  void setBuiltinProperty(int index, const u16& value) override;
+
+ private:
+  std::vector<std::unique_ptr<MemoryDocument>> docs_;
+  size_t active_ = 0;
+  int newCounter_ = 0;
+};
+
+}  // namespace quillon
