@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <ostream>
 
+#include "cli/wiring.h"
 #include "script/document_files.h"
 
 namespace quillon::cli {
@@ -19,6 +20,7 @@ const std::vector<CommandSpec>& commands() { return registry(); }
 
 Invocation::Invocation(std::ostream& out_, std::ostream& err_) : out(out_), err(err_), ui(err_), st(ui) {
   st.doc = &docs;
+  wireStation(st);
 }
 
 int Invocation::fail(const std::string& message) {

@@ -5,6 +5,7 @@
 #include "cli/command.h"
 #include "core/atomic_file.h"
 #include "core/settings.h"
+#include "core/timecode.h"
 
 using namespace quillon;
 using namespace quillon::cli;
@@ -19,6 +20,8 @@ void printUsage(std::ostream& o) {
        "  --settings FILE      parameters from a settings line instead of the defaults\n"
        "  --param NAME=VALUE   set one parameter (flags take T or F)\n"
        "  --answer yes|no      answer to Yes/No boxes (default yes)\n"
+       "  --video-duration S   stand in for an open video of S seconds\n"
+       "  --tc-window DIGITS   the video's timecode window, HHMMSSFFHHMMSSFF\n"
        "  --help               this text, or the command's own\n";
 }
 
@@ -85,7 +88,7 @@ int main(int argc, char** argv) {
   Invocation inv(std::cout, std::cerr);
   if (!spec) return inv.fail(std::string("unknown command '") + argv[1] + "' (see --help)");
 
-  std::string settingsFile, answer, fpsText = "30";
+  std::string settingsFile, answer, fpsText = "30", videoDuration, tcWindow;
   std::vector<std::string> params;
   for (int i = 2; i < argc; ++i) {
     std::string a = argv[i];
@@ -103,7 +106,8 @@ int main(int argc, char** argv) {
     };
     std::string p;
     int r;
-    if ((r = valued("--fps", fpsText)) || (r = valued("--settings", settingsFile)) || (r = valued("--answer", answer))) {
+    if ((r = valued("--fps", fpsText)) || (r = valued("--settings", settingsFile)) || (r = valued("--answer", answer)) ||
+        (r = valued("--video-duration", videoDuration)) || (r = valued("--tc-window", tcWindow))) {
       if (r == 2) return inv.fail(a + " wants a value");
       continue;
     }
@@ -138,6 +142,18 @@ int main(int argc, char** argv) {
   for (const auto& p : params) {
     std::string error;
     if (!setParam(inv.st.s, p, error)) return inv.fail(error);
+  }
+  // --video-duration and --tc-window stand in for an open video.
+  if (!videoDuration.empty() || !tcWindow.empty()) {
+    char* end = nullptr;
+    double d = std::strtod(videoDuration.c_str(), &end);
+    if (!videoDuration.empty() && (*end != '\0' || d < 0)) return inv.fail("--video-duration wants seconds, got '" + videoDuration + "'");
+    if (!tcWindow.empty() && tcWindow.size() != 16) return inv.fail("--tc-window wants 16 digits HHMMSSFFHHMMSSFF");
+    Session& s = inv.st.s;
+    s.videoFile = u"video";
+    s.videoDuration = d;
+    s.noframes = s.g_fps * d;
+    setVideoTimecodeWindow(s, inv.st.view, fromUtf8(tcWindow));
   }
   return spec->run(inv);
 }
