@@ -47,6 +47,7 @@ struct CommandSpec {
   const char* usage;    // lines after "usage: "
   const char* summary;  // one line
   int (*run)(Invocation&);
+  bool ownHelp = false;  // run() answers --help itself (commands with sub-words)
 };
 
 // Commands register themselves from their own files.

@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
     }
     inv.args.push_back(a);
   }
-  if (inv.help) {
+  if (inv.help && !spec->ownHelp) {
     std::cout << "usage: quillon-cli " << spec->usage << "\n" << spec->summary << "\n";
     return kExitOk;
   }
