@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "core/scripted_ui.h"
+#include "core/settings.h"
+#include "core/station.h"
+#include "support/station_fixture.h"
+
+namespace quillon {
+namespace {
+
+const std::string kDefaultsLine = "FRTFFFTTFFFFFTFT1400250032051" "0.25" "01.00" "06.00" "0.30";
+
+TEST(SettingsLine, UntrustedLineGivesEveryDefaultAndWritesThem) {
+  for (std::string line : {"", "XYZ", "\xEF\xBB\xBFT"}) {
+    Session s;
+    s.readingSpeed = 3;
+    s.delay = 0.9;
+    applySettingsLine(s, line);
+    EXPECT_EQ(buildSettingsLine(s), kDefaultsLine) << line;
+  }
+  EXPECT_EQ(kDefaultsLine.size(), 47u);
+}
+
+TEST(SettingsLine, ATrustedLineIsReadByColumnsAndRoundTrips) {
+  const std::string line = "TLFTTFFTTFTFTFTF0903101532101" "1.50" "02.25" "10.00" "1.00";
+  Session s;
+  applySettingsLine(s, line);
+  EXPECT_TRUE(s.muteOn);
+  EXPECT_EQ(s.audioTrack, u'L');
+  EXPECT_FALSE(s.dub_voz_on);
+  EXPECT_TRUE(s.dub_dialogos);
+  EXPECT_TRUE(s.actraGuidelines);
+  EXPECT_EQ(s.readingSpeed, 9);
+  EXPECT_EQ(s.minInterleave, 3);
+  EXPECT_EQ(s.fastThreshold, 10);
+  EXPECT_EQ(s.slowThreshold, 15);
+  EXPECT_EQ(s.maxCharsRow, 32);
+  EXPECT_EQ(s.footpedaljump, 10);
+  EXPECT_EQ(s.commPort, 1);
+  EXPECT_DOUBLE_EQ(s.slowRate, 1.5);
+  EXPECT_DOUBLE_EQ(s.minOnAir1, 2.25);
+  EXPECT_DOUBLE_EQ(s.maxOnAir, 10);
+  EXPECT_DOUBLE_EQ(s.delay, 1);
+  EXPECT_EQ(buildSettingsLine(s), line);
+}
+
+TEST(SettingsLine, OlderLayoutAndShortOrBadFieldsAreNotCorrected) {
+  Session s;
+  applySettingsLine(s, "FT");
+  EXPECT_EQ(s.audioTrack, u'R');  // "T" in column 2 comes from the earlier layout
+  EXPECT_EQ(s.readingSpeed, 0);   // a short line gives zeros, not defaults
+  EXPECT_EQ(s.maxCharsRow, 0);
+  EXPECT_EQ(s.delay, 0);
+  applySettingsLine(s, "FRTFFFTTFFFFFTFTx400250032051" "0.25" "01.00" "06.00" "0.30");
+  EXPECT_EQ(s.readingSpeed, 0);
+  EXPECT_EQ(s.fastThreshold, 25);
+}
+
+TEST(SettingsLine, TwoDigitFieldsKeepTheirLastTwoDigits) {
+  Session s;
+  applySettingsLine(s, "");
+  s.readingSpeed = 9;
+  s.footpedaljump = 100;
+  s.delay = 1;
+  std::string line = buildSettingsLine(s);
+  EXPECT_EQ(line.substr(16, 2), "09");
+  EXPECT_EQ(line.substr(26, 2), "00");
+  EXPECT_EQ(line.substr(43, 4), "1.00");
+  Session back;
+  applySettingsLine(back, line);
+  EXPECT_EQ(back.readingSpeed, 9);
+}
+
+TEST(StartValues, IniciarvariablesSetsChecksPanelsAndTrack) {
+  testing::TestStation t;
+  Station& st = t.st;
+  char16_t track = 0;
+  st.trackCommand = [&](Station&, char16_t c) { track = c; };
+  st.s.g_settingsLine = "FSTFTFTTTFFFTTFT1200250040051" "0.25" "01.00" "06.00" "0.30";
+  st.view.menu("mnu_sub_opc_dis").checked = true;
+  iniciarvariables(st);
+  EXPECT_EQ(track, u'S');
+  EXPECT_TRUE(st.view.menu("mnu_herr_opt_ACTRA").checked);
+  EXPECT_FALSE(st.view.menu("mnu_dub_opc_dia").checked);
+  EXPECT_TRUE(st.view.menu("mnu_sub_opc_chk").checked);
+  EXPECT_TRUE(st.view.menu("mnu_sim_con").checked);
+  EXPECT_FALSE(st.view.menu("mnu_sub_opc_dis").checked);
+  EXPECT_TRUE(st.view.panel(7).enabled);
+  EXPECT_EQ(st.view.panel(7).toolTip, u"Reading speed check enabled.");
+  EXPECT_EQ(st.view.panel(5).toolTip, u"Jump option enabled.");
+  EXPECT_EQ(st.view.panel(3).text, u"12");
+  EXPECT_EQ(st.view.panel(3).toolTip, u"Reading speed = 12 characters per second.");
+  EXPECT_EQ(st.view.panel(4).toolTip, u"Max chars per line = 40");
+  EXPECT_EQ(st.s.nextSeqNumber, 1);
+  EXPECT_EQ(st.s.minOnAir2, 0);
+}
+
+TEST(DefaultsFile, WrittenAtomicallyUnderTheConfigurationFolder) {
+  std::string dir = testing::tempDir("defaults") + "/nested/quillon";
+  testing::TestStation t;
+  applySettingsLine(t.st.s, "");
+  t.st.s.readingSpeed = 16;
+  ASSERT_TRUE(guardarDefaults(t.st, dir + "/defaults.dat"));
+  EXPECT_EQ(readSettingsLine(dir + "/defaults.dat").substr(16, 2), "16");
+  EXPECT_EQ(testing::readFile(dir + "/defaults.dat").size(), 48u);
+  // No temporary file is left beside it.
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir), {}), 1);
+  std::string error;
+  EXPECT_FALSE(guardarDefaults(t.st, "/proc/quillon-cannot-write/defaults.dat", &error));
+  EXPECT_NE(error.find("defaults.dat"), std::string::npos);
+}
+
+TEST(DefaultsFile, ConfigFolderFollowsTheEnvironment) {
+  ::setenv("QUILLON_CONFIG_DIR", "/tmp/q-conf", 1);
+  EXPECT_EQ(defaultsPath(), "/tmp/q-conf/defaults.dat");
+  ::unsetenv("QUILLON_CONFIG_DIR");
+  ::setenv("XDG_CONFIG_HOME", "/tmp/xdg", 1);
+  EXPECT_EQ(configDir(), "/tmp/xdg/quillon");
+  ::unsetenv("XDG_CONFIG_HOME");
+  ::setenv("HOME", "/home/op", 1);
+  EXPECT_EQ(configDir(), "/home/op/.config/quillon");
+}
+
+}  // namespace
+}  // namespace quillon

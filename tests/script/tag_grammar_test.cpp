@@ -1,0 +1,166 @@
+#include <gtest/gtest.h>
+
+#include "script/tag_grammar.h"
+#include "support/station_fixture.h"
+
+namespace quillon {
+namespace {
+
+using testing::TestStation;
+
+TEST(SubtitleScan, ReadsFieldsNoteAndTextWithItsTrailingMarks) {
+  TestStation t(25);
+  t.open(u"Title page\n\nSUB[3LI 00:00:01:00>00:00:02:12] check\nOne\nTwo\n\nSUB[0 N 00:00:03:00>00:00:04:00]\nLast\n\n");
+  ASSERT_TRUE(scanSubtitles(t.st, 0));
+  const ScanTable& s = t.st.s.scan;
+  ASSERT_EQ(s.count(), 2);
+  EXPECT_DOUBLE_EQ(s.cueIn[1], 1);
+  EXPECT_DOUBLE_EQ(s.cueOut[1], 2.48);
+  EXPECT_EQ(s.posDigit[1], u'3');
+  EXPECT_EQ(s.alignChar[1], u'L');
+  EXPECT_EQ(s.styleChar[1], u'I');
+  EXPECT_EQ(s.noteText[1], u"check");
+  EXPECT_EQ(s.text[1], u"One\rTwo\r\r");
+  EXPECT_TRUE(s.isSubtitle[1]);
+  EXPECT_EQ(s.records[1].line1, u"One");
+  EXPECT_EQ(s.records[1].line2, u"Two");
+  EXPECT_EQ(s.noteText[2], u"");
+  // The last tag takes the text's length as its next place: two marks short.
+  EXPECT_EQ(s.text[2], u"Last");
+  EXPECT_TRUE(t.ui.boxes.empty());
+}
+
+TEST(SubtitleScan, NoTagMeansNoEntriesAndNoMessage) {
+  TestStation t;
+  t.open(u"Just dialogue.\nNo timing yet.\n");
+  EXPECT_FALSE(scanSubtitles(t.st, 0));
+  EXPECT_EQ(t.st.s.scan.count(), 0);
+  EXPECT_TRUE(t.ui.boxes.empty());
+}
+
+TEST(SubtitleScan, HeaderFormatErrorStopsAndPutsTheCursorOnTheTag) {
+  TestStation t;
+  t.open(u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[0 N 00:00:03:00-00:00:04:00]\nB\n\n");
+  EXPECT_FALSE(scanSubtitles(t.st, 0));
+  ASSERT_EQ(t.ui.boxes.size(), 1u);
+  EXPECT_EQ(t.ui.lastBox().text, u"Header format error in :\r\rSUB[0 N 00:00:03:00-00:00:04:00]\rB...\r\r");
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
+  EXPECT_EQ(t.st.s.scan.subtitleCount, 1);
+  EXPECT_EQ(t.docs.selectionRange().start, 36);
+}
+
+TEST(SubtitleScan, ModeOneReadsOnlyTheSelectionAndModeTwoDropsWhatIsBehindThePosition) {
+  TestStation t;
+  t.open(testing::generatedSubtitleScript(3));
+  t.docs.select({0, t.docs.paragraph(5).start});  // the first subtitle only
+  ASSERT_TRUE(scanSubtitles(t.st, 1));
+  EXPECT_EQ(t.st.s.scan.count(), 1);
+
+  t.st.s.videoFile = u"v.mp4";
+  t.st.s.videoDuration = 100;
+  t.st.s.tcEnd = 100;
+  t.st.s.g_dblPosActual = 12;  // the first subtitle starts at 10
+  ASSERT_TRUE(scanSubtitles(t.st, 2));
+  EXPECT_EQ(t.st.s.scan.count(), 2);
+  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[1], 14);
+}
+
+TEST(SubtitleScan, MalformedTimecodeReportsAndEndsTheWalkAtTheNextTag) {
+  TestStation t;
+  t.open(u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[0 N 00:00:03:40>00:00:04:00]\nB\n\nSUB[0 N 00:00:05:00>00:00:06:00]\nC\n\n");
+  EXPECT_TRUE(scanSubtitles(t.st, 0));
+  EXPECT_EQ(t.st.s.scan.count(), 1);
+  ASSERT_EQ(t.ui.boxes.size(), 1u);
+  EXPECT_EQ(t.ui.lastBox().text, u"Error in time code format: [00:00:03:40]");
+}
+
+TEST(SubtitleScan, ChecksHookSeesEveryStoredSubtitleAndCanStopTheScan) {
+  TestStation t;
+  t.open(testing::generatedSubtitleScript(4));
+  int begun = 0;
+  std::vector<int> seen;
+  t.st.beginSubtitleScan = [&](Station&) { ++begun; };
+  t.st.checkSubtitle = [&](Station&, int i, bool kept) {
+    EXPECT_TRUE(kept);
+    seen.push_back(i);
+    return i < 3;
+  };
+  EXPECT_FALSE(scanSubtitles(t.st, 0));
+  EXPECT_EQ(begun, 1);
+  EXPECT_EQ(seen, (std::vector<int>{1, 2, 3}));
+}
+
+TEST(DubbingScan, BothTagFormsBackFillOpenCueOutsAndFillTheRoster) {
+  TestStation t;
+  t.open(u"DUB[0 N 00:00:01:00>00:00:02:00] ANNA\nHi.\n\nDUB[00:00:05:00]\tMARK\nYo.\n\nDUB[00:00:07:00]\tANNA\nBye.\n\n");
+  ASSERT_TRUE(scanSubtitles(t.st, 0));
+  const ScanTable& s = t.st.s.scan;
+  ASSERT_EQ(s.count(), 3);
+  EXPECT_FALSE(s.isSubtitle[1]);
+  EXPECT_TRUE(s.voiceOn[1]);
+  EXPECT_DOUBLE_EQ(s.cueOut[2], 7);  // closed by the next cue-in
+  EXPECT_EQ(s.cueOut[3], 0);
+  EXPECT_EQ(s.text[1], u"Hi.\r\r");
+  EXPECT_EQ(s.voiceIndex[1], 1);
+  EXPECT_EQ(s.voiceIndex[2], 2);
+  EXPECT_EQ(s.voiceIndex[3], 1);
+  EXPECT_EQ(t.st.s.roster.numvoces, 2);
+  EXPECT_EQ(t.st.s.roster.voces[2], u"MARK");
+}
+
+TEST(DubbingScan, NameRulesAndSequenceFault) {
+  {
+    TestStation t;  // a one-character name is refused
+    t.open(u"DUB[00:00:05:00]\tM\nYo.\n\n");
+    EXPECT_FALSE(scanSubtitles(t.st, 0));
+    EXPECT_EQ(t.ui.lastBox().text, u"Error: Invalid Format in character name in TC=00:00:05:00");
+  }
+  {
+    TestStation t;  // an empty name is accepted
+    t.open(u"DUB[00:00:05:00]\t\nYo.\n\n");
+    EXPECT_TRUE(scanSubtitles(t.st, 0));
+    EXPECT_TRUE(t.ui.boxes.empty());
+  }
+  {
+    TestStation t;  // a CR right behind the bracket skips the tag
+    t.open(u"DUB[\nnot a tag\n\nSUB[0 N 00:00:01:00>00:00:02:00]\nA\n\n");
+    ASSERT_TRUE(scanSubtitles(t.st, 0));
+    EXPECT_EQ(t.st.s.scan.count(), 1);
+  }
+  {
+    TestStation t;
+    t.open(u"DUB[0 N 00:00:01:00>00:00:02:00] ANNA\nA\n\nDUB[0 N 00:00:05:00>00:00:04:00] ANNA\nB\n\n");
+    EXPECT_FALSE(scanSubtitles(t.st, 0));
+    EXPECT_EQ(t.ui.lastBox().text, u"Time code sequence error in [00:00:05:00]\rCue-out occurs before cue-in.");
+    EXPECT_EQ(t.st.s.scan.subtitleCount, 1);
+  }
+}
+
+TEST(CaptionScan, ReadsAttributesAndUpToFourRows) {
+  TestStation t;
+  t.open(u"CAP[2IL 00:00:01:00>00:00:03:00]\nROW ONE\nROW TWO\n\nCAP[0NC 00:00:04:00>00:00:05:00]\nA\nB\nC\nD\nE\n\n");
+  ASSERT_TRUE(scanCaptions(t.st, 0));
+  const ScanTable& s = t.st.s.scan;
+  ASSERT_EQ(s.count(), 2);
+  EXPECT_EQ(s.posDigit[1], u'2');
+  EXPECT_EQ(s.styleChar[1], u'I');
+  EXPECT_EQ(s.alignChar[1], u'L');
+  EXPECT_EQ(s.captionRows[1][0], u"ROW ONE");
+  EXPECT_EQ(s.captionRows[1][1], u"ROW TWO");
+  EXPECT_EQ(s.captionRows[1][2], u"");
+  EXPECT_EQ(s.captionRows[2][3], u"D");
+  EXPECT_EQ(t.ui.pointer, Pointer::Default);
+}
+
+TEST(TagWriting, SubtitleAndTextlessTagsHaveTheirLayouts) {
+  EXPECT_EQ(subtitleTag(12, u'R', u'1', 1, 2.48, 25), u"SUB[2R1 00:00:01:00>00:00:02:12]\r");
+  EXPECT_EQ(textlessSubtitleTag(0, u' ', 1, 2, 30), u"SUB[0 N 00:00:01:00>00:00:02:00]\r\r");
+  EXPECT_EQ(wholeTagPattern(u"00:00:01:00", u"00:00:02:00"), u"SUB[^?^?^? 00:00:01^?00>00:00:02^?00]");
+  TestStation t;
+  t.open(u"First line\n\n");
+  insertSubtitleTag(t.st, subtitleTag(0, u' ', u'N', 1, 2, 30));
+  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:02:00]\rFirst line\r\r");
+}
+
+}  // namespace
+}  // namespace quillon
