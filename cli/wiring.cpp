@@ -1,10 +1,13 @@
 #include "cli/wiring.h"
 
+#include "subtitling/rule_checks.h"
+
 namespace quillon::cli {
 
 void wireStation(Station& st) {
   (void)st;
   // One line per folder that installs behaviour into the station.
+  installSubtitleChecks(st);
 }
 
 }  // namespace quillon::cli

@@ -136,6 +136,17 @@ struct Session {
   // Tables filled by the scanners
   ScanTable scan;
   Roster roster;
+
+  // ---- Subtitling workflow ------------------------------------------------
+  // Running total of the last subtitle scan beside totalbloq1linea and
+  // totalbloq2lineas: characters of the kept subtitles, CR between lines included.
+  double totalChars = 0;
+  // Tags written by the current timing run, from 1, so `mnu_undo` can take
+  // them back last first.
+  std::vector<u16> tagUndo = std::vector<u16>(kScanCapacity + 1);
+  int tagUndoCount = 0;
+  // Font size of both lines of the subtitle overlay, set with maxCharsRow.
+  int16_t overlayFontSize = 11;
 };
 
 }  // namespace quillon

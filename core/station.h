@@ -41,6 +41,12 @@ struct Station {
   std::function<bool(Station&, int index)> checkCaption;
   // The audio track command, applied when the settings are read.
   std::function<void(Station&, char16_t track)> trackCommand;
+  // Re-times one subtitle of the scan table interactively (`editSubtitle`).
+  std::function<void(Station&, int index)> editSubtitle;
+  // Seek of the player (`ira`), to seconds of the player's clock.
+  std::function<void(Station&, double seconds)> ira;
+  // Ends the program at once, without the closing path.
+  std::function<void(Station&)> endProgram;
 
   int fps() const { return s.g_fps; }
 };
