@@ -1,0 +1,43 @@
+// Scanning a whole timed script: the work every export, statistic and
+// simulation starts with. The pairs show how the cost grows with the script.
+#include <benchmark/benchmark.h>
+
+#include "core/scripted_ui.h"
+#include "core/station.h"
+#include "script/memory_document.h"
+#include "script/tag_grammar.h"
+
+namespace {
+
+using namespace quillon;
+
+u16 timedScript(int count) {
+  u16 out;
+  for (int i = 0; i < count; ++i) {
+    double in = 10.0 + 4.0 * i;
+    out += subtitleTag(i % 10, u' ', u'N', in, in + 3.0, 25);
+    out += u"Line one of subtitle " + numberText(i + 1) + u"\rand its second line\r\r";
+  }
+  return out;
+}
+
+void BM_ScanSubtitles(benchmark::State& state) {
+  const int n = static_cast<int>(state.range(0));
+  ScriptedUi ui;
+  MemoryDocumentService docs;
+  auto d = std::make_unique<MemoryDocument>();
+  d->setText(timedScript(n));
+  docs.addDocument(std::move(d));
+  Station st(ui);
+  st.doc = &docs;
+  st.s.g_fps = 25;
+  for (auto _ : state) {
+    bool ok = scanSubtitles(st, 0);
+    benchmark::DoNotOptimize(ok);
+  }
+  if (st.s.scan.count() != n) state.SkipWithError("scan lost entries");
+  state.SetItemsProcessed(state.iterations() * n);
+}
+BENCHMARK(BM_ScanSubtitles)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond);
+
+}  // namespace
