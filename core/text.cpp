@@ -125,20 +125,28 @@ long instr(long start1, u16v s, u16v what) {
 }
 
 namespace {
+// Parsed by hand so that the decimal mark is the period whatever the locale.
 template <class CharT>
 double leadingNumberImpl(std::basic_string_view<CharT> s) {
   size_t i = 0;
   while (i < s.size() && (s[i] == ' ' || s[i] == '\t')) ++i;
-  std::string buf;
-  if (i < s.size() && (s[i] == '-' || s[i] == '+')) buf += static_cast<char>(s[i++]);
+  bool neg = false;
+  if (i < s.size() && (s[i] == '-' || s[i] == '+')) neg = s[i++] == '-';
   bool digits = false, point = false;
+  double mantissa = 0, scale = 1;
+  int fracDigits = 0;
   while (i < s.size()) {
     CharT c = s[i];
     if (c >= '0' && c <= '9') {
-      buf += static_cast<char>(c);
       digits = true;
+      if (fracDigits < 17) {
+        mantissa = mantissa * 10 + (c - '0');
+        if (point) {
+          scale *= 10;
+          ++fracDigits;
+        }
+      }
     } else if (c == '.' && !point) {
-      buf += '.';
       point = true;
     } else {
       break;
@@ -146,7 +154,8 @@ double leadingNumberImpl(std::basic_string_view<CharT> s) {
     ++i;
   }
   if (!digits) return 0.0;
-  return std::strtod(buf.c_str(), nullptr);
+  double v = mantissa / scale;
+  return neg ? -v : v;
 }
 }  // namespace
 
