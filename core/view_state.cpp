@@ -12,6 +12,17 @@ ViewState::ViewState() {
     m.caption = u16(e.caption);
     menus.emplace(std::string(e.name), m);
   }
+  // The transport buttons; button 6 toggles between Play and Stop.
+  const char16_t* tips[11] = {u"Top",         u"Back 10 seconds", u"Back 5 seconds", u"Back 1 second",
+                              u"Back 1 frame", u"Play",            u"Forward 1 frame", u"Forward 1 second",
+                              u"Forward 5 seconds", u"Forward 10 seconds", u"End"};
+  for (int i = 0; i < 11; ++i) {
+    ToolbarButtonState b;
+    b.toolTip = tips[i];
+    b.image = i == 5 ? 1 : i + 3;
+    toolbar.push_back(b);
+  }
+  toolbar[5].caption = u"Play";
 }
 
 MenuItemState& ViewState::menu(std::string_view name) {

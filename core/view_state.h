@@ -34,10 +34,10 @@ struct MenuItemState {
 };
 
 struct ToolbarButtonState {
-  std::string key;
+  u16 caption;
   u16 toolTip;
+  int image = 0;  // index into the toolbar's image list
   bool enabled = true;
-  bool pressed = false;
 };
 
 struct SliderState {
@@ -54,7 +54,7 @@ struct ViewState {
   // Status bar `BarraStatus`, panels 1 to 8 (index 0 unused).
   std::array<StatusPanelState, 9> panels;
   std::map<std::string, MenuItemState, std::less<>> menus;
-  std::vector<ToolbarButtonState> toolbar;
+  std::vector<ToolbarButtonState> toolbar;  // Toolbar1, buttons 1 to 11 at [0..10]
   bool toolbarEnabled = true;
   SliderState slVideo;
   u16 caption;  // window caption
@@ -64,6 +64,7 @@ struct ViewState {
   MenuItemState& menu(std::string_view name);
   const MenuItemState& menu(std::string_view name) const;
   StatusPanelState& panel(int i) { return panels.at(static_cast<size_t>(i)); }
+  ToolbarButtonState& toolbarButton(int i) { return toolbar.at(static_cast<size_t>(i - 1)); }
   void setPanel(int i, const u16& text, const u16& toolTip) {
     panel(i).text = text;
     panel(i).toolTip = toolTip;

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include "support/station_fixture.h"
+#include "transport/simulated_player.h"
+#include "transport/video_commands.h"
+
+namespace quillon {
+namespace {
+
+struct PlayerStation : testing::TestStation {
+  PlayerStation() : TestStation(25), player([this] { return ui.clock; }) {
+    st.player = &player;
+    player.fileDuration = 120;
+    player.renderFile("clip.mp4");
+    st.s.videoFile = u"clip.mp4";
+    st.s.videoDuration = 120;
+    st.s.tcEnd = 120;
+  }
+  SimulatedPlayer player;
+};
+
+TEST(Seeking, IraLimitsThePositionAndRefreshesTheDisplay) {
+  PlayerStation t;
+  ira(t.st, -3);
+  EXPECT_EQ(t.st.s.g_dblPosActual, 0);
+  ira(t.st, 500);
+  EXPECT_EQ(t.st.s.g_dblPosActual, 120);
+  ira(t.st, 62.5);
+  EXPECT_EQ(t.player.currentPosition(), 62.5);
+  EXPECT_EQ(t.st.view.LabTimecode.caption, u"00:01:02:13");
+  EXPECT_EQ(t.st.view.slVideo.value, 62);  // half to even
+  t.st.s.timecodeInClipboard = true;
+  ira(t.st, 1);
+  EXPECT_EQ(t.ui.clip, u"00:00:01:00");
+}
+
+TEST(Seeking, NothingHappensWithoutAVideo) {
+  testing::TestStation t;
+  ira(t.st, 10);
+  EXPECT_EQ(t.st.s.g_dblPosActual, 0);
+  toggleMute(t.st);
+  EXPECT_FALSE(t.st.view.menu("mnu_sil").checked);
+}
+
+TEST(PlayAndPause, LabelsFollowAndTheTickReadsThePositionUntilTheEnd) {
+  PlayerStation t;
+  resumevideo(t.st);
+  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Stop");
+  EXPECT_EQ(t.st.view.menu("mnu_play").caption, u"Sto&p");
+  t.ui.clock += 2;
+  timer1Tick(t.st);
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 2);
+  EXPECT_EQ(t.st.view.LabTimecode.caption, u"00:00:02:00");
+  pausevideo(t.st);
+  t.ui.clock += 2;
+  timer1Tick(t.st);  // paused: the tick changes nothing
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 2);
+  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Play");
+
+  ira(t.st, 120 - 0.005);
+  resumevideo(t.st);
+  timer1Tick(t.st);
+  EXPECT_FALSE(t.st.s.g_fVideoRun);
+  EXPECT_EQ(t.st.view.menu("mnu_play").caption, u"&Play");
+}
+
+TEST(Audio, TrackAndMuteDriveTheBalanceVolumeAndChecks) {
+  PlayerStation t;
+  installTransport(t.st);
+  t.st.trackCommand(t.st, u'L');
+  EXPECT_EQ(t.player.balance(), -10000);
+  EXPECT_TRUE(t.st.view.menu("mnu_vid_track_l").checked);
+  applyTrack(t.st, u'S');
+  EXPECT_EQ(t.player.balance(), 0);
+  EXPECT_FALSE(t.st.view.menu("mnu_vid_track_l").checked);
+  EXPECT_TRUE(t.st.view.menu("mnu_vid_track_st").checked);
+  applyTrack(t.st, u'Q');
+  EXPECT_TRUE(t.st.view.menu("mnu_vid_track_st").checked);
+  toggleMute(t.st);
+  EXPECT_TRUE(t.st.s.muteOn);
+  EXPECT_EQ(t.player.volume(), -10000);
+  toggleMute(t.st);
+  EXPECT_EQ(t.player.volume(), 0);
+}
+
+TEST(SimulatedPlayerClock, AdvancesAtTheRateAndStopsAtTheEnd) {
+  double clock = 0;
+  SimulatedPlayer p([&] { return clock; });
+  p.fileDuration = 10;
+  ASSERT_TRUE(p.renderFile("x"));
+  p.setRate(0.25);
+  p.run();
+  clock = 4;
+  EXPECT_DOUBLE_EQ(p.currentPosition(), 1);
+  p.setRate(1);
+  clock = 40;
+  EXPECT_DOUBLE_EQ(p.currentPosition(), 10);
+  EXPECT_FALSE(p.running());
+  p.failing.insert("renderFile");
+  EXPECT_FALSE(p.renderFile("y"));
+}
+
+}  // namespace
+}  // namespace quillon

@@ -1,0 +1,62 @@
+// A player for tests and headless runs: its position advances with a clock
+// (the user-interface seam's time of day) at the set rate and stops at the
+// end. Any call can be told to fail.
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+
+#include "core/media_player.h"
+
+namespace quillon {
+
+class SimulatedPlayer : public MediaPlayer {
+ public:
+  explicit SimulatedPlayer(std::function<double()> clock) : clock_(std::move(clock)) {}
+
+  // What the next renderFile opens.
+  double fileDuration = 60;
+  double fileStartTimecode = 0;  // QuickTime start timecode in seconds
+  // Names of calls that fail: "renderFile", "run", "setCurrentPosition", ...
+  std::set<std::string> failing;
+
+  bool renderFile(const std::string& path) override;
+  bool isOpen() const override { return open_; }
+  void run() override;
+  void pause() override;
+  void stop() override;
+  void release() override;
+  double duration() override;
+  double currentPosition() override;
+  void setCurrentPosition(double seconds) override;
+  void setRate(double rate) override;
+  void setVolume(long volume) override;
+  void setBalance(long balance) override;
+  void setWindow(int left, int top, int width, int height, bool visible) override;
+  double quickTimeStartTimecode(const std::string& path, int fps) override;
+
+  bool running() const { return running_; }
+  double rate() const { return rate_; }
+  long volume() const { return volume_; }
+  long balance() const { return balance_; }
+  std::string path() const { return path_; }
+  int seeks = 0;
+  struct Window {
+    int left = 0, top = 0, width = 0, height = 0;
+    bool visible = false;
+  } window;
+
+ private:
+  bool fails(const char* call) const { return failing.count(call) > 0; }
+  double now() const;
+  void settle();  // folds elapsed play time into the stored position
+
+  std::function<double()> clock_;
+  bool open_ = false, running_ = false;
+  std::string path_;
+  double duration_ = 0, position_ = 0, since_ = 0, rate_ = 1;
+  long volume_ = 0, balance_ = 0;
+};
+
+}  // namespace quillon
