@@ -80,7 +80,11 @@ void toggleMute(Station& st) {
   st.player->setVolume(st.s.muteOn ? -10000 : 0);
 }
 
-void installTransport(Station& st) { st.trackCommand = applyTrack; }
+void installTransport(Station& st) {
+  st.trackCommand = applyTrack;
+  st.ira = ira;
+  st.resumeVideo = resumevideo;
+}
 
 void timer1Tick(Station& st) {
   Session& s = st.s;

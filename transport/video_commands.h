@@ -22,7 +22,8 @@ void applyTrack(Station& st, char16_t track);
 // mnu_sil.
 void toggleMute(Station& st);
 
-// Connects the track command to the settings reader.
+// Installs the track command, ira and resumevideo as the station's hooks,
+// so that folders below transport can reach them.
 void installTransport(Station& st);
 
 // The 33 ms position poll.
