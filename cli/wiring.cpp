@@ -1,5 +1,6 @@
 #include "cli/wiring.h"
 
+#include "captions/caption_checks.h"
 #include "subtitling/rule_checks.h"
 
 namespace quillon::cli {
@@ -7,6 +8,7 @@ namespace quillon::cli {
 void wireStation(Station& st) {
   (void)st;
   // One line per folder that installs behaviour into the station.
+  installCaptionChecks(st);
   installSubtitleChecks(st);
 }
 

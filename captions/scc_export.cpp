@@ -1,0 +1,124 @@
+#include "captions/scc_export.h"
+
+#include "captions/caption_file_dialog.h"
+#include "captions/caption_layout.h"
+#include "captions/cea608.h"
+#include "core/atomic_file.h"
+#include "core/timecode.h"
+#include "script/tag_grammar.h"
+
+namespace quillon {
+
+namespace {
+
+const char kCrLf[] = "\r\n";
+
+void addLine(std::string& file, const u16& tc, const std::string& words) {
+  file += toUtf8(tc);
+  file += '\t';
+  file += words;
+  file += kCrLf;
+  file += kCrLf;
+}
+
+// The PAC, the italics code when the caption is italic, and the characters
+// of each row.
+std::string rowWords(Station& st, int index, const CaptionBlock& b) {
+  const ScanTable& t = st.s.scan;
+  std::string w;
+  for (int r = 1; r <= b.rows; ++r) {
+    w += ODD(FIRSTBYTE(st.ui, r, b.rows, b.position, b.align, b.longest));
+    w += ' ';
+    if (t.styleChar[index] == u'I') w += ODD(u"\x11\x2e") + " ";
+    w += GROUPIN2BYTESANDPAD(captionCharacters(t.captionRows[index][r - 1]));
+  }
+  // Erase what is displayed, two null pairs, then flip the loaded caption on.
+  w += ODD(u"\x14\x2c") + " 8080 8080 " + ODD(u"\x14\x2f");
+  return w;
+}
+
+void showProgress(Station& st, int i) {
+  st.view.panel(3).text = u"Exporting CC " + formatNumber(i * 100.0 / st.s.scan.subtitleCount, "00") + u"%";
+  st.ui.pumpEvents();
+}
+
+std::string lastClearLine(Station& st) {
+  std::string tail;
+  addLine(tail, SEGaTC(st.s.scan.cueOut[st.s.scan.count()], st.fps()), "942c");
+  return tail;
+}
+
+}  // namespace
+
+std::string sccText(Station& st) {
+  const ScanTable& t = st.s.scan;
+  const int fps = st.fps();
+  st.view.panel(3).text = u"Exporting CC...";
+  std::string file = "Scenarist_SCC V1.0";
+  file += kCrLf;
+  file += kCrLf;
+  bool first = true;
+  double lastOut = 0;
+  for (int i = 1; i <= t.count(); ++i) {
+    if (!t.isSubtitle[i]) continue;
+    const CaptionBlock b = captionBlock(st, i);
+    if (first) {
+      first = false;
+      addLine(file, SEGaTC(b.in - 5.0, fps), "942c");
+    } else if (lastOut + 1.0 < b.in) {
+      addLine(file, SEGaTC(lastOut, fps), "942c");
+    }
+    // One frame of lead for each character of the longest row.
+    const double lead = FRAMESaSEG(static_cast<int16_t>(b.longest), fps);
+    addLine(file, SEGaTC(b.in - lead, fps), "9420 " + rowWords(st, i, b));
+    lastOut = b.out;
+    showProgress(st, i);
+  }
+  file += lastClearLine(st);
+  st.view.panel(3).text.clear();
+  return file;
+}
+
+std::string sccWithPaintOn(Station& st) {
+  const ScanTable& t = st.s.scan;
+  const int fps = st.fps();
+  st.view.panel(3).text = u"Exporting CC...";
+  std::string file = "Scenarist_SCC V1.0";
+  file += kCrLf;
+  file += kCrLf;
+  bool first = true;
+  double lastOut = 0;
+  for (int i = 1; i <= t.count(); ++i) {
+    if (!t.isSubtitle[i]) continue;
+    const CaptionBlock b = captionBlock(st, i);
+    if (!first && lastOut + 0.2 < b.in) addLine(file, SEGaTC(lastOut, fps), "942c");
+    addLine(file, SEGaTC(b.in, fps), (first ? "942C  9429 " : "9420 ") + rowWords(st, i, b));
+    first = false;
+    lastOut = b.out;
+    showProgress(st, i);
+  }
+  file += lastClearLine(st);
+  st.view.panel(3).text.clear();
+  return file;
+}
+
+bool writeSccFile(Station& st, const std::string& path) {
+  st.ui.setPointer(Pointer::Hourglass);
+  const std::string file = sccText(st);
+  std::string error;
+  bool ok = writeFileAtomically(path, file, &error);
+  st.ui.setPointer(Pointer::Default);
+  if (!ok) critical(st.ui, u"Error: " + fromUtf8(error));
+  return ok;
+}
+
+bool mnu_cc_scc(Station& st) {
+  if (!scanCaptions(st, 0)) return false;
+  auto path = chooseCaptionFile(st, {u"Create Scenarist DVD Closed Caption file (*.scc)",
+                                     u"Scenarist DVD closed caption files (*.scc)|*.scc", u".scc",
+                                     u"Create .scc file"});
+  if (!path) return false;
+  return writeSccFile(st, *path);
+}
+
+}  // namespace quillon

@@ -1,0 +1,28 @@
+// Scenarist Closed Caption files (.scc): pop-on captions, each loaded into
+// the hidden memory ahead of its cue-in and flipped on screen at the cue-in.
+#pragma once
+
+#include <string>
+
+#include "core/station.h"
+
+namespace quillon {
+
+// The file's text from the scanned captions: "Scenarist_SCC V1.0", then a
+// line for each burst of bytes, every line followed by an empty one, CR LF.
+// Shows the progress in status panel 3.
+std::string sccText(Station& st);
+
+// A paint-on variant kept beside the pop-on writer: no clearing line ahead
+// of the first caption, a clear for gaps above 0.2 s, loading at the cue-in
+// itself. Nothing in the station calls it.
+std::string sccWithPaintOn(Station& st);
+
+// `mnu_cc_scc`: scans the captions, asks for the file and writes it. True
+// when a file was written.
+bool mnu_cc_scc(Station& st);
+// The same with the file already chosen, for callers that ask for it
+// themselves; the scan has run.
+bool writeSccFile(Station& st, const std::string& path);
+
+}  // namespace quillon

@@ -1,0 +1,52 @@
+// Ultech caption encoder files (.ult): a fixed header, then one record for
+// each burst of caption bytes (no parity) with the timecode it goes out at.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/station.h"
+
+namespace quillon {
+
+// The settings form `FormCCult` as data. Only `ProgramInfo` bears on the
+// file (its text goes out ahead of the records); the header is fixed
+// whatever the other fields say.
+struct FormCCult {
+  struct Field {
+    std::string control;  // control name, e.g. "DoubleCC"
+    u16 label;
+    u16 value;
+    std::vector<u16> list;  // choices offered; empty for a free text
+  };
+
+  FormCCult();  // fields at their defaults
+
+  u16 title = u"Quillon: Conversion to .ULT Closed caption file format";
+  std::vector<Field> fields;
+  u16 commandProximoCaption = u"OK";  // "Cancel" while the file is written
+  long progressMax = 0, progressValue = 0;  // `ProgressBar1`
+  bool visible = false;
+  bool cancelRequested = false;
+
+  // Nullptr for a name the form does not have.
+  Field* field(std::string_view control);
+  u16& programInfo() { return field("ProgramInfo")->value; }
+};
+
+// The 232 header bytes with the record count in place.
+std::string ultHeader(uint32_t recordCount);
+
+// Appends every record to `programInfo`, the program info's bytes, and
+// gives the record count as four little-endian bytes.
+std::string llenarULT(Station& st, std::string& programInfo);
+
+// `mnu_cc_ult`: scans the captions, asks for the file (kept in
+// g_ULTFileName) and shows the form. False when it stopped before the form.
+bool mnu_cc_ult(Station& st, FormCCult& form);
+// The form's `CommandProximo`: with "OK" it writes the file, with "Cancel"
+// (pressed while writing) it stops the writing. True when a file was written.
+bool formCCultProximo(Station& st, FormCCult& form);
+
+}  // namespace quillon

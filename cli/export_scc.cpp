@@ -1,0 +1,23 @@
+// quillon-cli export scc: the script's captions as a Scenarist SCC file.
+#include "captions/scc_export.h"
+#include "cli/export_registry.h"
+
+namespace quillon::cli {
+
+namespace {
+
+int runExportScc(Invocation& inv) {
+  std::string out, error;
+  inv.takeOption("-o", out, error);
+  if (!error.empty()) return inv.fail(error);
+  if (inv.rejectUnknownOptions(error)) return inv.fail(error);
+  if (inv.args.size() != 1 || out.empty()) return inv.fail("export scc wants one SCRIPT and -o OUT.scc");
+  if (!inv.loadScript(inv.args[0])) return kExitUsage;
+  inv.ui.savePaths.push_back(out);
+  return inv.exitFor(mnu_cc_scc(inv.st));
+}
+
+const ExportRegistrar reg({"scc", "export scc [common options] SCRIPT -o OUT.scc", runExportScc});
+
+}  // namespace
+}  // namespace quillon::cli

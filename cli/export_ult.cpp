@@ -1,0 +1,34 @@
+// quillon-cli export ult: the script's captions as an Ultech ULT file.
+#include "captions/ult_export.h"
+#include "cli/export_registry.h"
+
+namespace quillon::cli {
+
+namespace {
+
+int runExportUlt(Invocation& inv) {
+  FormCCult form;
+  std::string out, field, error;
+  inv.takeOption("-o", out, error);
+  while (error.empty() && inv.takeOption("--field", field, error)) {
+    auto eq = field.find('=');
+    FormCCult::Field* f = eq == std::string::npos ? nullptr : form.field(field.substr(0, eq));
+    if (!f) return inv.fail("--field wants NAME=TEXT with a field of the ULT form, got '" + field + "'");
+    f->value = fromUtf8(field.substr(eq + 1));
+  }
+  if (!error.empty()) return inv.fail(error);
+  if (inv.rejectUnknownOptions(error)) return inv.fail(error);
+  if (inv.args.size() != 1 || out.empty()) return inv.fail("export ult wants one SCRIPT and -o OUT.ult");
+  if (!inv.loadScript(inv.args[0])) return kExitUsage;
+  inv.ui.savePaths.push_back(out);
+  if (!mnu_cc_ult(inv.st, form)) return inv.exitFor(false);
+  return inv.exitFor(formCCultProximo(inv.st, form));
+}
+
+const ExportRegistrar reg({"ult",
+                           "export ult [common options] [--field ProgramInfo=TEXT]... SCRIPT -o OUT.ult\n"
+                           "  (--field takes any field of the ULT form; only ProgramInfo reaches the file)",
+                           runExportUlt});
+
+}  // namespace
+}  // namespace quillon::cli

@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include "captions/cea608.h"
+#include "core/scripted_ui.h"
+
+namespace quillon {
+namespace {
+
+TEST(Cea608, OddParitySetsTheTopBitOnlyForAnEvenCount) {
+  EXPECT_EQ(ODDPARITY(0), "80");
+  EXPECT_EQ(ODDPARITY(1), "01");
+  EXPECT_EQ(ODDPARITY(u'A'), "c1");
+  EXPECT_EQ(ODDPARITY(u'a'), "61");
+  EXPECT_EQ(ODDPARITY(u' '), "20");
+  EXPECT_EQ(ODDPARITY(u'i'), "e9");  // four one-bits
+  EXPECT_EQ(ODDPARITY(92), "dc");
+  EXPECT_EQ(ODDPARITY(0x7f), "7f");
+}
+
+TEST(Cea608, CharactersFromCode128OnShowAsBlank) {
+  EXPECT_EQ(ODDPARITY(0x80), "20");
+  EXPECT_EQ(ODDPARITY(u'\u0153'), "20");  // œ, not in the table
+  EXPECT_EQ(ODDPARITY(221), "20");
+  EXPECT_EQ(ODD(captionCharacters(u"\u0153")), "20");
+}
+
+TEST(Cea608, PairsArePaddedWithANullByte) {
+  EXPECT_EQ(GROUPIN2BYTESANDPAD(u"Hi!"), "c8e9 a180 ");
+  EXPECT_EQ(GROUPIN2BYTESANDPAD(u"Hi"), "c8e9 ");
+  EXPECT_EQ(GROUPIN2BYTESANDPAD(u""), "");
+  EXPECT_EQ(GROUPBYTESANDPAD(u"Hi!"), "c8e9 a180");
+  EXPECT_EQ(GROUPBYTESANDPAD(u"Hi"), "c8e9");
+  EXPECT_EQ(ODD(u"\x14\x2c"), "942c");
+}
+
+TEST(Cea608, CaptionCharactersMapsEachCharacterOnce) {
+  EXPECT_EQ(captionCharacters(u"caf\u00e9"), u16(u"caf") + char16_t{92});
+  EXPECT_EQ(captionCharacters(u"_"), (u16{18, 42}));
+  EXPECT_EQ(captionCharacters(u"'"), (u16{39}));
+  // á becomes 42, the code of '*', which the walk does not map again.
+  EXPECT_EQ(captionCharacters(u"\u00e1*"), (u16{42, 18, 40}));
+  EXPECT_EQ(captionCharacters(u"\u00ae\u00bf\u00c1\u00fb"), (u16{17, 48, 17, 51, 18, 32, 17, 63}));
+  EXPECT_EQ(captionCharacters(u"{|}~\\^"), (u16{19, 41, 19, 46, 19, 42, 19, 47, 19, 43, 19, 44}));
+  EXPECT_EQ(captionCharacters(u"\u00c4\u00df\u00f8\u00d1\u00f1\u00e7\u00f7"),
+            (u16{19, 48, 19, 52, 19, 59, 125, 126, 123, 124}));
+  EXPECT_EQ(captionCharacters(u"plain text 123"), u"plain text 123");
+}
+
+TEST(Cea608, TwoByteCodesAreNotAlignedToPairs) {
+  // "a°" splits the special character's two bytes across two words.
+  EXPECT_EQ(GROUPIN2BYTESANDPAD(captionCharacters(u"a\u00b0")), "6191 3180 ");
+}
+
+TEST(Cea608, PacRowPlacesTheBlockFromTheBottom) {
+  EXPECT_EQ(pacRow(0, 1, 1), 15);
+  EXPECT_EQ(pacRow(0, 2, 1), 14);
+  EXPECT_EQ(pacRow(0, 2, 2), 15);
+  EXPECT_EQ(pacRow(0, 4, 1), 12);
+  EXPECT_EQ(pacRow(14, 1, 1), 1);
+  EXPECT_EQ(pacRow(1, 4, 1), 11);
+  EXPECT_EQ(pacRow(1, 4, 4), 14);
+  EXPECT_EQ(pacRow(2, 2, 1), 13);
+  EXPECT_EQ(pacRow(15, 1, 1), 0);
+}
+
+TEST(Cea608, IndentFollowsTheLongestRow) {
+  EXPECT_EQ(pacIndent(u'L', 0, u'P'), u"P");
+  EXPECT_EQ(pacIndent(u'L', 40, u'p'), u"p");
+  EXPECT_EQ(pacIndent(u'R', 1, u'P'), u16(1, 0x50 + 14));
+  EXPECT_EQ(pacIndent(u'R', 4, u'P'), u16(1, 0x50 + 14));
+  EXPECT_EQ(pacIndent(u'R', 5, u'P'), u16(1, 0x50 + 12));
+  EXPECT_EQ(pacIndent(u'R', 24, u'P'), u16(1, 0x50 + 4));
+  EXPECT_EQ(pacIndent(u'R', 32, u'P'), u"P");
+  EXPECT_EQ(pacIndent(u'C', 4, u'p'), u16(1, 0x70 + 8));
+  EXPECT_EQ(pacIndent(u'C', 5, u'p'), u16(1, 0x70 + 6));
+  EXPECT_EQ(pacIndent(u'C', 12, u'p'), u16(1, 0x70 + 6));
+  EXPECT_EQ(pacIndent(u' ', 13, u'p'), u16(1, 0x70 + 4));
+  EXPECT_EQ(pacIndent(u'C', 28, u'p'), u16(1, 0x70 + 2));
+  EXPECT_EQ(pacIndent(u'C', 29, u'p'), u"p");
+  EXPECT_EQ(pacIndent(u'C', 0, u'p'), u"");
+  EXPECT_EQ(pacIndent(u'R', 33, u'p'), u"");
+}
+
+TEST(Cea608, FirstByteGivesTheRowsPac) {
+  ScriptedUi ui;
+  EXPECT_EQ(FIRSTBYTE(ui, 1, 1, 0, u'L', 10), (u16{20, u'p'}));
+  EXPECT_EQ(FIRSTBYTE(ui, 1, 4, 1, u'L', 10), (u16{16, u'P'}));  // row 11
+  EXPECT_EQ(FIRSTBYTE(ui, 2, 4, 1, u'L', 10), (u16{19, u'P'}));  // row 12
+  EXPECT_EQ(FIRSTBYTE(ui, 1, 1, 14, u'R', 2), (u16{17, 0x50 + 14}));
+  EXPECT_EQ(FIRSTBYTE(ui, 1, 2, 5, u'C', 20), (u16{23, 0x70 + 4}));  // row 10
+  EXPECT_TRUE(ui.boxes.empty());
+}
+
+TEST(Cea608, FirstByteRefusesOutOfRangeRows) {
+  ScriptedUi ui;
+  EXPECT_EQ(FIRSTBYTE(ui, 5, 4, 0, u'L', 3), (u16{221, 221}));
+  EXPECT_EQ(FIRSTBYTE(ui, 1, 0, 0, u'L', 3), (u16{221, 221}));
+  EXPECT_TRUE(ui.boxes.empty());
+  EXPECT_EQ(FIRSTBYTE(ui, 1, 1, 15, u'L', 3), u"");
+  ASSERT_EQ(ui.boxes.size(), 1u);
+  EXPECT_EQ(ui.lastBox().text, u"RANGE ERROR IN FIRSTBYTE");
+}
+
+TEST(Cea608, LittleEndianWords) {
+  EXPECT_EQ(word16LE(0x1234), std::string("\x34\x12", 2));
+  EXPECT_EQ(word16LE(9), std::string("\x09\x00", 2));
+  EXPECT_EQ(word16LE(0x12345), std::string("\x45\x23", 2));
+  EXPECT_EQ(word32LE(3), std::string("\x03\x00\x00\x00", 4));
+  EXPECT_EQ(word32LE(0x01020304), std::string("\x04\x03\x02\x01", 4));
+}
+
+TEST(Cea608, CaptionBytesGoThroughTheWindowsCodePage) {
+  EXPECT_EQ(captionBytes(u16{20, 44, 221}), std::string("\x14\x2c\xdd", 3));
+  EXPECT_EQ(captionBytes(u"\u0153\u0416"), std::string("\x9c?", 2));
+}
+
+}  // namespace
+}  // namespace quillon

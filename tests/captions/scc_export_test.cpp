@@ -1,0 +1,142 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "captions/caption_checks.h"
+#include "captions/scc_export.h"
+#include "script/tag_grammar.h"
+#include "support/station_fixture.h"
+
+namespace quillon {
+namespace {
+
+const std::string kHead = "Scenarist_SCC V1.0\r\n\r\n";
+
+// Each data line with its empty line behind.
+std::string lines(std::initializer_list<const char*> ls) {
+  std::string out;
+  for (const char* l : ls) out += std::string(l) + "\r\n\r\n";
+  return out;
+}
+
+struct SccExport : ::testing::Test {
+  testing::TestStation ts;
+  void SetUp() override { installCaptionChecks(ts.st); }
+  std::string scc(std::u16string_view script) {
+    ts.open(script);
+    EXPECT_TRUE(scanCaptions(ts.st, 0));
+    return sccText(ts.st);
+  }
+};
+
+TEST_F(SccExport, OneCaption) {
+  EXPECT_EQ(scc(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n"),
+            kHead + lines({"00:00:05:00\t942c", "00:00:09:27\t9420 94f8 c8e9 a180 942c 8080 8080 942f",
+                           "00:00:12:00\t942c"}));
+  EXPECT_TRUE(ts.ui.boxes.empty());
+  EXPECT_EQ(ts.st.view.panel(3).text, u"");
+}
+
+TEST_F(SccExport, TwoCaptionsOneSecondApartShareNoClear) {
+  EXPECT_EQ(scc(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
+                u"CAP[0NC 00:00:13:00>00:00:15:00]\nYes\n\n"
+                u"CAP[0NC 00:00:20:00>00:00:22:00]\nNo\n"),
+            kHead + lines({"00:00:05:00\t942c", "00:00:09:27\t9420 94f8 c8e9 a180 942c 8080 8080 942f",
+                           "00:00:12:27\t9420 94f8 d9e5 7380 942c 8080 8080 942f", "00:00:15:00\t942c",
+                           "00:00:19:28\t9420 94f8 ceef 942c 8080 8080 942f", "00:00:22:00\t942c"}));
+}
+
+TEST_F(SccExport, ItalicsFollowEveryRowsPac) {
+  EXPECT_EQ(scc(u"CAP[0IL 00:00:10:00>00:00:12:00]\nAh\nOh!\n"),
+            kHead + lines({"00:00:05:00\t942c",
+                           "00:00:09:27\t9420 94d0 91ae c168 9470 91ae 4f68 a180 942c 8080 8080 942f",
+                           "00:00:12:00\t942c"}));
+}
+
+TEST_F(SccExport, RightAlignedBlockIndentsByTheLongestRow) {
+  EXPECT_EQ(scc(u"CAP[2NR 00:00:30:00>00:00:33:00]\nRight side\nok\n"),
+            kHead + lines({"00:00:25:00\t942c",
+                           "00:00:29:20\t9420 137a 52e9 6768 f420 73e9 64e5 94da ef6b 942c 8080 8080 942f",
+                           "00:00:33:00\t942c"}));
+}
+
+TEST_F(SccExport, FourRowsAtPositionOneTakeRowsElevenToFourteen) {
+  EXPECT_EQ(scc(u"CAP[1NC 00:00:10:00>00:00:14:00]\nA\nBB\nCCC\nDDDD\n"),
+            kHead + lines({"00:00:05:00\t942c",
+                           "00:00:09:26\t9420 1058 c180 1358 c2c2 13f8 4343 4380 9458 c4c4 c4c4 942c 8080 8080 942f",
+                           "00:00:14:00\t942c"}));
+}
+
+TEST_F(SccExport, PositionOutOfRangeReportsAndLeavesThePacOut) {
+  EXPECT_EQ(scc(u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi!\n"),
+            kHead + lines({"00:00:05:00\t942c", "00:00:09:27\t9420  c8e9 a180 942c 8080 8080 942f",
+                           "00:00:12:00\t942c"}));
+  ASSERT_EQ(ts.ui.boxes.size(), 1u);
+  EXPECT_EQ(ts.ui.lastBox().text, u"RANGE ERROR IN FIRSTBYTE");
+}
+
+TEST_F(SccExport, EarlyFirstCaptionClearsAtTimeZero) {
+  EXPECT_EQ(scc(u"CAP[0NL 00:00:02:00>00:00:04:00]\nHi\n"),
+            kHead + lines({"00:00:00:00\t942c", "00:00:01:28\t9420 9470 c8e9 942c 8080 8080 942f",
+                           "00:00:04:00\t942c"}));
+}
+
+TEST_F(SccExport, PaintOnWriterLoadsAtTheCueIn) {
+  ts.open(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
+          u"CAP[0NC 00:00:13:00>00:00:15:00]\nYes\n\n"
+          u"CAP[0NC 00:00:20:00>00:00:22:00]\nNo\n");
+  ASSERT_TRUE(scanCaptions(ts.st, 0));
+  EXPECT_EQ(sccWithPaintOn(ts.st),
+            kHead + lines({"00:00:10:00\t942C  9429 94f8 c8e9 a180 942c 8080 8080 942f", "00:00:12:00\t942c",
+                           "00:00:13:00\t9420 94f8 d9e5 7380 942c 8080 8080 942f", "00:00:15:00\t942c",
+                           "00:00:20:00\t9420 94f8 ceef 942c 8080 8080 942f", "00:00:22:00\t942c"}));
+}
+
+struct SccCommand : SccExport {
+  std::string dir = testing::tempDir("scc-command");
+};
+
+TEST_F(SccCommand, WritesTheChosenFile) {
+  ts.open(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n");
+  const std::string path = dir + "/out.scc";
+  ts.ui.savePaths.push_back(path);
+  EXPECT_TRUE(mnu_cc_scc(ts.st));
+  ASSERT_EQ(ts.ui.saveRequests.size(), 1u);
+  EXPECT_EQ(ts.ui.saveRequests[0].title, u"Create Scenarist DVD Closed Caption file (*.scc)");
+  EXPECT_EQ(ts.ui.saveRequests[0].filter, u"Scenarist DVD closed caption files (*.scc)|*.scc");
+  EXPECT_EQ(ts.ui.saveRequests[0].defaultName, u"Script1.scc");
+  EXPECT_EQ(testing::readFile(path), sccText(ts.st));
+}
+
+TEST_F(SccCommand, AnExistingFileIsReplacedOnlyOnYes) {
+  ts.open(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n");
+  const std::string path = dir + "/old.scc";
+  std::filesystem::remove(path);
+  { std::FILE* f = std::fopen(path.c_str(), "w"); std::fputs("old", f); std::fclose(f); }
+  ts.ui.savePaths.push_back(path);
+  ts.ui.answers.push_back(Answer::No);
+  // No reopens the dialog, which is then cancelled.
+  EXPECT_FALSE(mnu_cc_scc(ts.st));
+  EXPECT_EQ(testing::readFile(path), "old");
+  ASSERT_EQ(ts.ui.boxes.size(), 1u);
+  EXPECT_EQ(ts.ui.lastBox().text, u16(u"Do you want to replace the existing ") + fromUtf8(path) + u"?");
+  EXPECT_EQ(ts.ui.lastBox().title, u"Create .scc file");
+  EXPECT_EQ(ts.ui.lastBox().buttons, Buttons::YesNo);
+
+  ts.ui.savePaths.push_back(path);
+  ts.ui.answers.push_back(Answer::Yes);
+  EXPECT_TRUE(mnu_cc_scc(ts.st));
+  EXPECT_EQ(testing::readFile(path).substr(0, 18), "Scenarist_SCC V1.0");
+}
+
+TEST_F(SccCommand, AScanFaultWritesNothing) {
+  ts.open(u"CAP[0NC 00:00:10:00>00:00:30:00]\nToo long\n");
+  const std::string path = dir + "/never.scc";
+  ts.ui.savePaths.push_back(path);
+  EXPECT_FALSE(mnu_cc_scc(ts.st));
+  EXPECT_TRUE(ts.ui.saveRequests.empty());
+  EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+}  // namespace
+}  // namespace quillon
