@@ -5,6 +5,7 @@
 
 #include "cli/wiring.h"
 #include "script/document_files.h"
+#include "script/user_identity.h"
 
 namespace quillon::cli {
 
@@ -20,6 +21,7 @@ const std::vector<CommandSpec>& commands() { return registry(); }
 
 Invocation::Invocation(std::ostream& out_, std::ostream& err_) : out(out_), err(err_), ui(err_), st(ui) {
   st.doc = &docs;
+  docs.user = accountUserName();  // UserName from the account; no source gives UserAddress
   wireStation(st);
 }
 
