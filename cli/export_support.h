@@ -1,0 +1,46 @@
+// What the interchange-format exports and imports of quillon-cli share: the
+// output name standing in for the save dialog, form fields set by name, the
+// text encoding option, and saving an import's new document.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/command.h"
+#include "formats/export_frame.h"
+#include "formats/form_model.h"
+
+namespace quillon::cli {
+
+struct FormatArgs {
+  std::string input;   // SCRIPT of an export, IN of an import
+  std::string output;  // -o
+  std::vector<std::pair<std::string, std::string>> fields;  // --field NAME=VALUE
+  TextEncoding encoding = TextEncoding::Windows1252;
+};
+
+// Takes -o, --field (when `withFields`) and --encoding (when `withEncoding`)
+// and the one positional argument. 0 when fine, otherwise the exit code after
+// the message.
+int parseFormatArgs(Invocation& inv, FormatArgs& a, bool withFields, bool withEncoding);
+
+// Checks every --field against `form` before the work starts: 0 or 2.
+int checkFields(Invocation& inv, const FormModel& form, const FormatArgs& a);
+// Sets them as the operator would type them; "\n" in a multi-line box is a
+// line break, held as CR LF.
+void applyFields(FormModel& form, const FormatArgs& a);
+
+// Runs an export whose frame asks for the file name: -o answers the dialog.
+void answerSaveDialog(Invocation& inv, const FormatArgs& a);
+
+// The word processor with one empty document open, which an import needs to
+// attach to; the import then opens its own.
+void openEmptyDocument(Invocation& inv);
+// Saves the active document to `path`: 0, or 2 after the message.
+int saveActiveDocument(Invocation& inv, const std::string& path);
+
+// Exit code of an export that writes `path` itself.
+int exportExit(Invocation& inv, bool written, const std::string& path);
+
+}  // namespace quillon::cli

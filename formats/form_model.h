@@ -1,0 +1,60 @@
+// The settings forms of the list exports as plain models: named controls
+// with labels, defaults, input limits and combo lists, the progress bar and
+// the OK/Cancel button. A window renders them; the command line sets their
+// controls by name; the generators read them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/text.h"
+
+namespace quillon {
+
+struct FormControl {
+  std::string name;      // "TextOPT", "ComboLC", "Text_vpos3"
+  u16 label;
+  u16 defaultText;
+  int maxLength = 0;     // characters the operator may type; 0 for no limit
+  std::vector<u16> list; // combo entries; empty for a text box
+  bool multiLine = false;
+  u16 text;
+};
+
+class FormModel {
+ public:
+  u16 windowTitle;
+  std::vector<FormControl> controls;
+
+  // `CommandProximo`, the progress bar and the window's visibility.
+  u16 commandCaption = u"OK";
+  bool commandIsDefault = true;
+  int progressMax = 0;
+  int progressValue = 0;
+  bool visible = false;
+  bool loaded = false;
+
+  FormControl* find(std::string_view name);
+  const FormControl* find(std::string_view name) const;
+  // The control's text; throws std::out_of_range for a name the form lacks.
+  u16& operator[](std::string_view name);
+  const u16& operator[](std::string_view name) const;
+
+  // As the operator types it: cut at the input limit. False for a name the
+  // form lacks.
+  bool setByOperator(std::string_view name, const u16& value);
+  // Every control back to its default.
+  void resetControls();
+
+  // Show: a form not yet loaded loads first (controls at their defaults).
+  // Returns true when this show loaded it.
+  bool show();
+  void hide() { visible = false; }
+
+ protected:
+  FormControl& add(std::string name, u16 label, u16 defaultText, int maxLength = 0,
+                   std::vector<u16> list = {});
+};
+
+}  // namespace quillon

@@ -1,0 +1,49 @@
+#include "formats_fixture.h"
+
+#include <cstdlib>
+#include <fstream>
+
+#include "script/tag_grammar.h"
+
+namespace quillon::testing {
+
+std::string goldenPath(const std::string& name) {
+  return std::string(QUILLON_SOURCE_DIR) + "/tests/formats/golden/" + name;
+}
+
+::testing::AssertionResult matchesGolden(const std::string& name, const std::string& actual) {
+  const std::string path = goldenPath(name);
+  if (std::getenv("QUILLON_UPDATE_GOLDEN")) {
+    std::ofstream(path, std::ios::binary) << actual;
+    return ::testing::AssertionSuccess() << "rewrote " << path;
+  }
+  const std::string expected = readFile(path);
+  if (expected.empty() && !actual.empty()) return ::testing::AssertionFailure() << "no golden file " << path;
+  if (expected == actual) return ::testing::AssertionSuccess();
+  size_t at = 0;
+  while (at < expected.size() && at < actual.size() && expected[at] == actual[at]) ++at;
+  auto hex = [](const std::string& s, size_t from) {
+    std::string out;
+    char buf[4];
+    for (size_t i = from; i < s.size() && i < from + 16; ++i) {
+      std::snprintf(buf, sizeof buf, "%02X ", static_cast<unsigned char>(s[i]));
+      out += buf;
+    }
+    return out;
+  };
+  return ::testing::AssertionFailure() << name << " differs at byte " << at << " (sizes " << expected.size() << " and "
+                                       << actual.size() << ")\n  expected: " << hex(expected, at)
+                                       << "\n  actual:   " << hex(actual, at);
+}
+
+std::u16string numberedScript(int count, int fps) {
+  std::u16string out;
+  for (int i = 1; i <= count; ++i) {
+    double in = 3.0 * i;
+    out += subtitleTag(0, u' ', u'N', in, in + 2.0, fps);
+    out += u"Subtitle " + numberText(i) + u"\r\r";
+  }
+  return out + u"SUB[\r";
+}
+
+}  // namespace quillon::testing
