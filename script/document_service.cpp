@@ -324,8 +324,7 @@ void DocumentService::selectionInsertBefore(const u16& t) {
 
 bool DocumentService::execute(const FindRequest& f) {
   if (!requireDocument() || f.findText.empty()) return false;
-  u16 all = text({0, length()});
-  long len = static_cast<long>(all.size());
+  long len = length();
   TextRange s = selectionRange();
   // A selection bounds the search; an insertion point searches on to the end.
   long from = s.start, to = s.collapsed() ? len : s.end;
@@ -339,17 +338,19 @@ bool DocumentService::execute(const FindRequest& f) {
   // case-sensitive search skip ahead with a plain substring scan.
   u16v head = f.findText;
   if (auto caret = head.find(u'^'); caret != u16v::npos) head = head.substr(0, caret);
-  u16v hay = all;
-  auto findIn = [&](long a, long b, bool forward, long& at, long& mlen) {
+  // Only the range searched is read, so a search bounded by a small
+  // selection costs no more than that selection. `hay` holds the document's
+  // text from offset `base`; a and b are document offsets inside it.
+  auto findIn = [&](u16v hay, long base, long a, long b, bool forward, long& at, long& mlen) {
     if (forward) {
       long p = a;
       while (p < b) {
         if (f.matchCase && !head.empty()) {
-          size_t q = hay.find(head, static_cast<size_t>(p));
-          if (q == u16v::npos || static_cast<long>(q) >= b) return false;
-          p = static_cast<long>(q);
+          size_t q = hay.find(head, static_cast<size_t>(p - base));
+          if (q == u16v::npos || static_cast<long>(q) + base >= b) return false;
+          p = static_cast<long>(q) + base;
         }
-        if (findPatternMatchesAt(all, p, f.findText, f.matchCase, mlen) && p + mlen <= b) {
+        if (findPatternMatchesAt(hay, p - base, f.findText, f.matchCase, mlen) && p + mlen <= b) {
           at = p;
           return true;
         }
@@ -357,19 +358,25 @@ bool DocumentService::execute(const FindRequest& f) {
       }
     } else {
       for (long p = b - 1; p >= a; --p)
-        if (findPatternMatchesAt(all, p, f.findText, f.matchCase, mlen) && p + mlen <= b) {
+        if (findPatternMatchesAt(hay, p - base, f.findText, f.matchCase, mlen) && p + mlen <= b) {
           at = p;
           return true;
         }
     }
     return false;
   };
+  auto searchRange = [&](long a, long b, bool forward, long& at, long& mlen) {
+    if (a >= b) return false;
+    u16 part = text({a, b});
+    return findIn(part, a, a, b, forward, at, mlen);
+  };
 
   if (replacing && f.replace == ReplaceMode::All) {
     std::vector<std::pair<long, long>> hits;
+    u16 part = text({from, to});
     long p = from;
     long at, mlen;
-    while (p < to && findIn(p, to, true, at, mlen)) {
+    while (p < to && findIn(part, from, p, to, true, at, mlen)) {
       hits.push_back({at, mlen});
       p = at + std::max(mlen, 1L);
     }
@@ -377,25 +384,29 @@ bool DocumentService::execute(const FindRequest& f) {
     // Back to front so earlier offsets stay valid.
     for (auto it = hits.rbegin(); it != hits.rend(); ++it) {
       bool ital = italicAt({it->first, it->first + 1});
-      eraseText({it->first, it->first + it->second});
-      insertText(it->first, *f.replaceWith, false, ital);
+      replaceText({it->first, it->first + it->second}, *f.replaceWith, ital);
     }
     return true;
   }
 
   long at = -1, mlen = 0;
-  bool found = findIn(from, to, f.forward, at, mlen);
-  if (!found && f.wrap) found = f.forward ? findIn(0, from, true, at, mlen) : findIn(to, len, false, at, mlen);
+  bool found = searchRange(from, to, f.forward, at, mlen);
+  if (!found && f.wrap)
+    found = f.forward ? searchRange(0, from, true, at, mlen) : searchRange(to, len, false, at, mlen);
   if (!found) return false;
   if (replacing) {
     bool ital = italicAt({at, at + 1});
-    eraseText({at, at + mlen});
-    insertText(at, *f.replaceWith, false, ital);
+    replaceText({at, at + mlen}, *f.replaceWith, ital);
     setSelectionRange({at, at + static_cast<long>(f.replaceWith->size())});
   } else {
     setSelectionRange({at, at + mlen});
   }
   return true;
+}
+
+void DocumentService::replaceText(TextRange r, u16v t, bool italic) {
+  eraseText(r);
+  insertText(r.start, t, false, italic);
 }
 
 }  // namespace quillon

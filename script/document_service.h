@@ -80,6 +80,9 @@ class DocumentService {
   // before the new text when `stickLeft`, otherwise it moves behind it.
   virtual void insertText(long pos, u16v text, bool stickLeft, bool italic) = 0;
   virtual void eraseText(TextRange r) = 0;
+  // The text of `r` replaced by `t`, exactly as eraseText(r) followed by
+  // insertText(r.start, t, false, italic); a model may do it in place.
+  virtual void replaceText(TextRange r, u16v t, bool italic);
   virtual bool italicAt(TextRange r) = 0;  // wholly italic
   virtual void setItalic(TextRange r, bool on) = 0;
   virtual u16 fontName() = 0;

@@ -35,17 +35,33 @@ void MemoryDocument::rawInsert(long pos, u16v t, const std::vector<uint8_t>& ita
   // A mark inserted at the very end would open a paragraph behind the final mark.
   while (!fresh.empty() && fresh.back() >= length()) fresh.pop_back();
   starts_.insert(it, fresh.begin(), fresh.end());
+  selectionAfterInsert(sel_, pos, n, stickLeft);
+}
+
+void MemoryDocument::selectionAfterInsert(TextRange& sel, long pos, long n, bool stickLeft) {
   auto shift = [&](long& p) {
     if (p > pos || (p == pos && !stickLeft)) p += n;
   };
-  if (sel_.collapsed()) {
-    shift(sel_.start);
-    sel_.end = sel_.start;
+  if (sel.collapsed()) {
+    shift(sel.start);
+    sel.end = sel.start;
   } else {
     // A selection grows only from within; text at its edges stays outside.
-    if (sel_.start >= pos && !(sel_.start == pos && stickLeft)) sel_.start += n;
-    if (sel_.end > pos) sel_.end += n;
+    if (sel.start >= pos && !(sel.start == pos && stickLeft)) sel.start += n;
+    if (sel.end > pos) sel.end += n;
   }
+}
+
+void MemoryDocument::selectionAfterErase(TextRange& sel, long a, long b) {
+  long n = b - a;
+  auto fix = [&](long& p) {
+    if (p >= b)
+      p -= n;
+    else if (p > a)
+      p = a;
+  };
+  fix(sel.start);
+  fix(sel.end);
 }
 
 void MemoryDocument::rawErase(long a, long b) {
@@ -56,14 +72,7 @@ void MemoryDocument::rawErase(long a, long b) {
   auto last = std::upper_bound(first, starts_.end(), b);
   auto it = starts_.erase(first, last);
   for (; it != starts_.end(); ++it) *it -= n;
-  auto fix = [&](long& p) {
-    if (p >= b)
-      p -= n;
-    else if (p > a)
-      p = a;
-  };
-  fix(sel_.start);
-  fix(sel_.end);
+  selectionAfterErase(sel_, a, b);
 }
 
 void MemoryDocument::insert(long pos, u16v t, bool stickLeft, bool ital) {
@@ -82,6 +91,30 @@ void MemoryDocument::erase(TextRange r) {
          std::vector<uint8_t>(italic_.begin() + a, italic_.begin() + b), 0};
   rawErase(a, b);
   undo_.push_back(std::move(e));
+  modified = true;
+}
+
+void MemoryDocument::replace(TextRange r, u16v t, bool ital) {
+  const long n = static_cast<long>(t.size());
+  const bool inside = r.start >= 0 && r.start < r.end && r.end <= length() - 1;
+  const bool sameLength = inside && r.length() == n;
+  const auto hasCR = [](u16v x) { return x.find(CR) != u16v::npos; };
+  if (!sameLength || hasCR(t) || hasCR(u16v(text_).substr(static_cast<size_t>(r.start), static_cast<size_t>(n)))) {
+    erase(r);
+    insert(r.start, t, false, ital);
+    return;
+  }
+  // Same length and no paragraph mark on either side: the characters are
+  // overwritten where they stand, so a long script is not moved for every
+  // tag rewritten. Undo and the selection end up as erase-then-insert leaves them.
+  Edit removed{r.start, text_.substr(static_cast<size_t>(r.start), static_cast<size_t>(n)),
+               std::vector<uint8_t>(italic_.begin() + r.start, italic_.begin() + r.end), 0};
+  std::copy(t.begin(), t.end(), text_.begin() + r.start);
+  std::fill(italic_.begin() + r.start, italic_.begin() + r.end, ital ? 1 : 0);
+  selectionAfterErase(sel_, r.start, r.end);
+  selectionAfterInsert(sel_, r.start, n, false);
+  undo_.push_back(std::move(removed));
+  undo_.push_back({r.start, {}, {}, n});
   modified = true;
 }
 
@@ -203,6 +236,11 @@ void MemoryDocumentService::insertText(long pos, u16v t, bool stickLeft, bool it
 void MemoryDocumentService::eraseText(TextRange r) {
   QUILLON_ACTIVE_OR();
   d->erase(r);
+}
+
+void MemoryDocumentService::replaceText(TextRange r, u16v t, bool ital) {
+  QUILLON_ACTIVE_OR();
+  d->replace(r, t, ital);
 }
 
 bool MemoryDocumentService::italicAt(TextRange r) {

@@ -24,6 +24,8 @@ class MemoryDocument {
 
   void insert(long pos, u16v text, bool stickLeft, bool italic);
   void erase(TextRange r);
+  // erase(r) then insert(r.start, t, false, italic), in place when it can be.
+  void replace(TextRange r, u16v t, bool italic);
   bool italic(TextRange r) const;
   void setItalic(TextRange r, bool on);
   const std::vector<uint8_t>& italicFlags() const { return italic_; }
@@ -61,6 +63,8 @@ class MemoryDocument {
   void rebuildStarts();
   void rawInsert(long pos, u16v text, const std::vector<uint8_t>& italic, bool stickLeft);
   void rawErase(long a, long b);
+  static void selectionAfterInsert(TextRange& sel, long pos, long n, bool stickLeft);
+  static void selectionAfterErase(TextRange& sel, long a, long b);
 
   u16 text_;
   std::vector<uint8_t> italic_;
@@ -98,6 +102,7 @@ class MemoryDocumentService : public DocumentService {
   u16 text(TextRange r) override;
   void insertText(long pos, u16v text, bool stickLeft, bool italic) override;
   void eraseText(TextRange r) override;
+  void replaceText(TextRange r, u16v t, bool italic) override;
   bool italicAt(TextRange r) override;
   void setItalic(TextRange r, bool on) override;
   u16 fontName() override;

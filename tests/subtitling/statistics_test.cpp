@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+
+#include "subtitling/statistics.h"
+#include "subtitling_fixture.h"
+
+namespace quillon::testing {
+namespace {
+
+struct Statistics : ::testing::Test {
+  SubtitlingStation t;
+  void window(double start, double end) {
+    t.st.s.tcStart = start;
+    t.st.s.tcEnd = end;
+  }
+};
+
+// Minute 0 holds a whole subtitle, minute 1 only one that crosses into
+// minute 2, minute 2 another whole one.
+const char16_t* kScript =
+    u"SUB[0 N 00:00:10:00>00:00:12:00]\nOne\n\n"
+    u"SUB[0 N 00:01:58:00>00:02:01:00]\nAcross\nthe edge\n\n"
+    u"SUB[0 N 00:02:10:00>00:02:12:00]\nThree\n\n"
+    u"DUB[0 N 00:02:20:00>00:02:22:00] ANNA\nSpoken\n\nDUB[\n";
+
+TEST_F(Statistics, BoxCountsLinesCharactersAndWholeSubtitledMinutes) {
+  t.open(kScript);
+  window(0, 240);
+  mnu_sim_est(t.st);
+  ASSERT_EQ(t.boxes().size(), 1u);
+  EXPECT_EQ(t.boxes()[0],
+            u"Subtitling Statistics :\rFile: Script1.txt\r\rTotal subtitles: 3\r\r1-line: 2\r2-line: 1\r\r"
+            u"Total characters: 23\rSubtitled minutes: 2 = 50%");
+  EXPECT_EQ(t.ui.lastBox().buttons, Buttons::OK);
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
+}
+
+TEST_F(Statistics, SubtitledMinutesNeverExceedTheWholeMinutesOfTheWindow) {
+  t.open(kScript);
+  window(0, 150);  // two and a half minutes walked in three steps
+  auto text = subtitleStatistics(t.st);
+  ASSERT_TRUE(text);
+  EXPECT_NE(text->find(u"Subtitled minutes: 2 = 80%"), u16::npos) << toUtf8(*text);
+}
+
+TEST_F(Statistics, NoWindowGivesNoPercentageAndNoSubtitlesNoBox) {
+  t.open(kScript);
+  auto text = subtitleStatistics(t.st);
+  ASSERT_TRUE(text);
+  EXPECT_NE(text->find(u"Subtitled minutes: 0 = 00%"), u16::npos);
+  t.open(u"Just text\n");
+  mnu_sim_est(t.st);
+  EXPECT_TRUE(t.boxes().empty());
+}
+
+TEST_F(Statistics, TheSelectionIsCountedWhenItHoldsTags) {
+  t.open(kScript);
+  window(0, 240);
+  t.docs.select({0, 39});
+  auto text = subtitleStatistics(t.st);
+  ASSERT_TRUE(text);
+  EXPECT_NE(text->find(u"Total subtitles: 1\r"), u16::npos);
+}
+
+TEST_F(Statistics, ListShowsSubtitlesOnlyWithTheirLineBreakAsABar) {
+  t.open(kScript);
+  mnu_sub_out(t.st);
+  const u16 list =
+      u"Subtitle number\tCue-in\tCue-out\tDuration\tText\r"
+      u"1\t00:00:10:00\t00:00:12:00\t00:00:02:00\tOne\r"
+      u"2\t00:01:58:00\t00:02:01:00\t00:00:03:00\tAcross|the edge\r"
+      u"3\t00:02:10:00\t00:02:12:00\t00:00:02:00\tThree\r";
+  ASSERT_EQ(t.boxes().size(), 1u);
+  EXPECT_EQ(t.boxes()[0], list);
+  EXPECT_EQ(t.ui.clip, list);
+}
+
+}  // namespace
+}  // namespace quillon::testing

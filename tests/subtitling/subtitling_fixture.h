@@ -1,0 +1,32 @@
+// Shared set-up of the subtitling tests: a station with the rule checks
+// installed and a small writer of timed blocks.
+#pragma once
+
+#include <string>
+
+#include "core/text.h"
+#include "subtitling/rule_checks.h"
+#include "support/station_fixture.h"
+
+namespace quillon::testing {
+
+struct SubtitlingStation : TestStation {
+  explicit SubtitlingStation(int fps = 30) : TestStation(fps) {
+    installSubtitleChecks(st);
+    st.s.readingSpeedCheck = false;
+    st.s.minInterleave = 0;
+    st.s.minOnAir1 = 1;
+    st.s.maxOnAir = 6;
+    st.s.maxCharsRow = 32;
+  }
+  // Texts of every box shown, CR kept.
+  std::vector<u16> boxes() const { return ui.boxTexts(); }
+  u16 selected() { return docs.selection(); }
+};
+
+// One timed block: the tag, the text lines, the empty paragraph.
+inline u16 block(const char* in, const char* out, const char* lines) {
+  return u"SUB[0 N " + U(in) + u">" + U(out) + u"]\r" + U(lines) + u"\r\r";
+}
+
+}  // namespace quillon::testing
