@@ -1,0 +1,30 @@
+// CPC caption list out: a version line, for CPCC6.78 a comment head, then one
+// line per subtitle and a clear line ("^N") wherever the screen goes empty.
+#pragma once
+
+#include <string>
+
+#include "core/station.h"
+#include "formats/form_model.h"
+
+namespace quillon {
+
+class FormCPC : public FormModel {
+ public:
+  FormCPC();
+  std::string strarchivoCPC;  // bytes: code page 850 text, 0xB3 separators
+  bool cancelarCPC = false;
+};
+
+// `mnu_sub_cpc`: the export frame, then the form filled and shown.
+bool mnuSubCpc(Station& st, FormCPC& form);
+void fillFormCPC(Station& st, FormCPC& form);
+// `CommandProximo`; true when this press wrote the file.
+bool commandProximoCPC(Station& st, FormCPC& form);
+bool generateCPC(Station& st, FormCPC& form);
+void llenarCPC(Station& st, FormCPC& form);
+// "0C", the row letter of the position ("E" for one line at position 0,
+// otherwise the `Text_vpos` box of the digit), and the style mark.
+u16 cpcStyleCode(const FormCPC& form, bool oneLine, char16_t position, char16_t mark);
+
+}  // namespace quillon

@@ -1,0 +1,29 @@
+// DVD Maestro subtitle list out: a key head from `FormDVDMaestro`, then one
+// line per subtitle with its times and its text on one line.
+#pragma once
+
+#include <string>
+
+#include "core/station.h"
+#include "formats/export_frame.h"
+#include "formats/form_model.h"
+
+namespace quillon {
+
+class FormDVDMaestro : public FormModel {
+ public:
+  FormDVDMaestro();
+  u16 strarchivo;
+  bool cancelarDVDM = false;
+  TextEncoding encoding = TextEncoding::Windows1252;  // of the written file
+};
+
+// `mnu_sub_dvdm`: the export frame, then the form shown. False when the frame
+// stopped.
+bool mnuSubDvdm(Station& st, FormDVDMaestro& form);
+// `CommandProximo`; true when this press wrote the file.
+bool commandProximoDVDM(Station& st, FormDVDMaestro& form);
+bool generateDVDM(Station& st, FormDVDMaestro& form);
+void llenarDVDM(Station& st, FormDVDMaestro& form);
+
+}  // namespace quillon

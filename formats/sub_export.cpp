@@ -1,0 +1,139 @@
+#include "formats/sub_export.h"
+
+#include "core/atomic_file.h"
+#include "formats/export_frame.h"
+
+namespace quillon {
+
+namespace {
+
+const char* const kCRLF = "\r\n";
+
+// The sections of the trailer, in the order they are written.
+const char* const kSections[] = {"TextCODE",    "TextCAST",           "TextGENERATOR",
+                                 "TextFONTS",   "TextREAD",           "TextTIMING",
+                                 "TextTIMEDBACKUPNAME", "TextREADADVANCED", "TextMARKERS"};
+
+std::string vposName(int digit) { return "Text_vpos" + std::to_string(digit); }
+
+// Letters with a code page 850 byte of their own here; the rest goes through
+// ANSItoASCII.
+std::string subCharacter(char16_t c) {
+  switch (c) {
+    case u'\u00c1': return "\xB5";  // A acute, 181
+    case u'\u00c9': return "\x90";  // E acute, 144
+    case u'\u00cd': return "\xD6";  // I acute, 214
+    case u'\u00d3': return "\xE0";  // O acute, 224
+    case u'\u00da': return "\xE9";  // U acute, 233
+    case u'\u00ea': return "\x88";  // e circumflex, 136
+    case u'\u00e2': return "\x83";  // a circumflex, 131
+    case u'\u00e3': return "\xC6";  // a tilde, 198
+    case u'\u00f5': return "\xE4";  // o tilde, 228
+    case u'\u2026': return "...";
+    default: return ansiToAscii(u16(1, c));
+  }
+}
+
+std::string timingLine(double in, double out, int fps) {
+  return ansiBytes(dottedTimecode(in, fps) + u"\\" + dottedTimecode(out, fps));
+}
+
+}  // namespace
+
+FormSUB::FormSUB() {
+  windowTitle = u"Quillon: Conversion to .SUB format";
+  add("TextCODE", u"*CODE*", u"0000000000000000");
+  add("TextCAST", u"*CAST*", u"");
+  add("TextGENERATOR", u"*GENERATOR*", u"");
+  add("TextFONTS", u"*FONTS*", u"");
+  add("TextREAD", u"*READ*", u"0,300 14,000 130,000 100,000 25,000");
+  add("TextTIMING", u"*TIMING*", u"1 30 0");
+  add("TextTIMEDBACKUPNAME", u"*TIMED BACKUP NAME*", u"C:\\");
+  add("TextREADADVANCED", u"*READ ADVANCED*", u"< > 1 1 1,000");
+  add("TextMARKERS", u"*MARKERS*", u"");
+  // Shown only: a sample of accented letters as code page 850 bytes.
+  add("TextFORMATSAMPLE", u"*FORMAT SAMPLE*", cp1252Sample());
+  const char16_t* prefixes[] = {u"",       u"{",      u"{{",     u"{{{",    u"{{{{",
+                                u"{{{{{",  u"{{{{{{", u"{{{{{{", u"{{{{{{", u"}"};
+  for (int d = 0; d <= 9; ++d) add(vposName(d), u"Position " + numberText(d), prefixes[d], 7);
+}
+
+u16 FormSUB::cp1252Sample() {
+  u16 s;
+  for (unsigned char b : {0x20, 0x8F, 0x86, 0x90, 0x82, 0xDE, 0x8D, 0xE5, 0xE4, 0xEA, 0x96, 0x98, 0x2A}) s += static_cast<char16_t>(b);
+  return s;
+}
+
+bool mnuSubSub(Station& st, FormSUB& form) {
+  if (!exportFrame(st, ListExport::SUB)) return false;
+  st.ui.setPointer(Pointer::Hourglass);
+  if (form.show()) form.cancelarSUB = false;
+  form.progressMax = st.s.scan.count() + 1;
+  st.ui.setPointer(Pointer::Default);
+  form.commandCaption = u"OK";
+  form.commandIsDefault = true;
+  return true;
+}
+
+bool commandProximoSUB(Station& st, FormSUB& form) {
+  if (form.commandCaption == u"OK") {
+    form.commandCaption = u"Cancel";
+    return generateSUB(st, form);
+  }
+  form.cancelarSUB = true;
+  form.hide();
+  return false;
+}
+
+bool generateSUB(Station& st, FormSUB& f) {
+  std::string& b = f.strarchivoSUB;
+  b = std::string("*PART 1*") + kCRLF + "00:00:00.00\\00:00:00.00" + kCRLF;
+  llenarSUB(st, f);
+  for (const char* section : kSections) {
+    b += ansiBytes(f.find(section)->label) + kCRLF;
+    if (!f[section].empty()) b += ansiToAscii(f[section]) + kCRLF;
+  }
+  f.progressValue = 0;
+  bool written = false;
+  if (!f.cancelarSUB) {
+    written = writeFileAtomically(toUtf8(st.s.g_SUBFileName), b + kCRLF);
+    b.clear();
+  } else {
+    f.cancelarSUB = false;
+  }
+  f.hide();
+  return written;
+}
+
+void llenarSUB(Station& st, FormSUB& f) {
+  const ScanTable& t = st.s.scan;
+  if (t.count() < 1) return;
+  st.ui.setPointer(Pointer::Hourglass);
+  const int fps = st.fps();
+  double lastOut = 0;
+  for (int i = 1; i <= t.count(); ++i) {
+    if (f.cancelarSUB) return;
+    if (!t.isSubtitle[i]) continue;
+    f.progressValue = i;
+    const char16_t mark = t.styleChar[i];
+    int digit = static_cast<int>(leadingNumber(u16(1, t.posDigit[i])));
+    std::string block = ansiToAscii(f[vposName(digit >= 0 && digit <= 9 ? digit : 0)]);
+    if (mark == u'I' || mark == u'1') block += '[';
+    for (char16_t c : subtitleBody(t.text[i])) {
+      if (c == CR) {
+        block += kCRLF;
+        if (mark == u'I' || mark == u'2') block += '[';
+      } else {
+        block += subCharacter(c);
+      }
+    }
+    block += kCRLF;
+    block += timingLine(t.cueIn[i], t.cueOut[i], fps);
+    f.strarchivoSUB += block + kCRLF;
+    lastOut = t.cueOut[i];
+  }
+  f.strarchivoSUB += std::string("*END*") + kCRLF + timingLine(lastOut, lastOut, fps) + kCRLF;
+  st.ui.setPointer(Pointer::Default);
+}
+
+}  // namespace quillon

@@ -1,0 +1,30 @@
+// .SUB list out: code page 850 text lines, a timing line behind each
+// subtitle, and the starred trailer sections of `FormSUB`.
+#pragma once
+
+#include <string>
+
+#include "core/station.h"
+#include "formats/form_model.h"
+
+namespace quillon {
+
+class FormSUB : public FormModel {
+ public:
+  FormSUB();
+  std::string strarchivoSUB;  // bytes in code page 850
+  bool cancelarSUB = false;
+
+ private:
+  static u16 cp1252Sample();
+};
+
+// `mnu_sub_sub`: the export frame, then the form shown.
+bool mnuSubSub(Station& st, FormSUB& form);
+// `CommandProximo`; true when this press wrote the file.
+bool commandProximoSUB(Station& st, FormSUB& form);
+bool generateSUB(Station& st, FormSUB& form);
+// The subtitle blocks, "*END*" and its timing line.
+void llenarSUB(Station& st, FormSUB& form);
+
+}  // namespace quillon
