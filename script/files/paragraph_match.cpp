@@ -110,13 +110,48 @@ class Matcher {
     return seq;
   }
 
-  // No common paragraph left: edited ones pair in order; a surplus on the
-  // new side is new text, on the old side deleted text.
+  // No equal paragraph left. Old and new pair up in order as edited
+  // paragraphs, choosing the pairs whose texts share the most at their
+  // ends (a tag put in front, a word added behind); a surplus on the new
+  // side is new text, on the old side deleted text.
   void pair(long a0, long a1, long b0, long b1) {
-    for (long j = b0; j < b1; ++j) {
-      long i = a0 + (j - b0);
-      out[j] = i < a1 ? ParagraphOrigin{i, false} : ParagraphOrigin{-1, false};
+    long na = a1 - a0, nb = b1 - b0;
+    for (long j = b0; j < b1; ++j) out[j] = {-1, false};
+    if (na == 0 || nb == 0) return;
+    if (na * nb > 250000) {  // too many to weigh: in order
+      for (long k = 0; k < std::min(na, nb); ++k) out[b0 + k] = {a0 + k, false};
+      return;
     }
+    // best[i][j]: the best score pairing a[a0+i..] with b[b0+j..].
+    std::vector<double> best(static_cast<size_t>((na + 1) * (nb + 1)), 0.0);
+    auto at = [&](long i, long j) -> double& { return best[static_cast<size_t>(i * (nb + 1) + j)]; };
+    for (long i = na - 1; i >= 0; --i)
+      for (long j = nb - 1; j >= 0; --j)
+        at(i, j) = std::max({at(i + 1, j), at(i, j + 1), at(i + 1, j + 1) + likeness(a0 + i, b0 + j)});
+    for (long i = 0, j = 0; i < na && j < nb;) {
+      if (at(i, j) == at(i + 1, j + 1) + likeness(a0 + i, b0 + j)) {
+        out[b0 + j] = {a0 + i, false};
+        ++i;
+        ++j;
+      } else if (at(i, j) == at(i, j + 1)) {
+        ++j;
+      } else {
+        ++i;
+      }
+    }
+  }
+
+  // How much of two paragraphs agrees at their ends; a little for any pair,
+  // so that edited paragraphs keep their own formatting.
+  double likeness(long i, long j) const {
+    const u16& x = a_[i].text;
+    const u16& y = b_[j].text;
+    size_t shorter = std::min(x.size(), y.size()), longer = std::max(x.size(), y.size());
+    size_t pre = 0;
+    while (pre < shorter && x[pre] == y[pre]) ++pre;
+    size_t suf = 0;
+    while (suf < shorter - pre && x[x.size() - 1 - suf] == y[y.size() - 1 - suf]) ++suf;
+    return 0.001 + (longer ? static_cast<double>(pre + suf) / static_cast<double>(longer) : 1.0);
   }
 
   const std::vector<ParagraphText>& a_;
