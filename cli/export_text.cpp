@@ -1,0 +1,42 @@
+// quillon-cli export sami, ssa, sbv, qt and unitext: the exports without a
+// settings form. qt and unitext build a new document, which OUT receives.
+#include "cli/export_registry.h"
+#include "cli/export_support.h"
+#include "formats/text_exports.h"
+
+namespace quillon::cli {
+
+namespace {
+
+int runFileExport(Invocation& inv, bool (*handler)(Station&, TextEncoding), u16 Session::*fileName) {
+  FormatArgs a;
+  if (int rc = parseFormatArgs(inv, a, false, true)) return rc;
+  if (!inv.loadScript(a.input)) return kExitUsage;
+  answerSaveDialog(inv, a);
+  if (!handler(inv.st, a.encoding)) return inv.exitFor(false);
+  return exportExit(inv, true, toUtf8(inv.st.s.*fileName));
+}
+
+int runDocumentExport(Invocation& inv, bool (*handler)(Station&)) {
+  FormatArgs a;
+  if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
+  if (!inv.loadScript(a.input)) return kExitUsage;
+  if (!handler(inv.st)) return inv.exitFor(false);
+  return saveActiveDocument(inv, a.output);
+}
+
+int runSami(Invocation& inv) { return runFileExport(inv, mnuSubSami, &Session::g_SAMIFileName); }
+int runSsa(Invocation& inv) { return runFileExport(inv, mnuSubSsa, &Session::g_SSAFileName); }
+int runSbv(Invocation& inv) { return runFileExport(inv, mnuSubSbv, &Session::g_SBVFileName); }
+int runQt(Invocation& inv) { return runDocumentExport(inv, mnuSubQt); }
+int runUnitext(Invocation& inv) { return runDocumentExport(inv, mnuSubUnitext); }
+
+const ExportRegistrar sami({"sami", "export sami [common options] [--encoding utf-8] SCRIPT -o OUT.smi", runSami});
+const ExportRegistrar ssa({"ssa", "export ssa [common options] [--encoding utf-8] SCRIPT -o OUT.ssa", runSsa});
+const ExportRegistrar sbv({"sbv", "export sbv [common options] [--encoding utf-8] SCRIPT -o OUT.sbv", runSbv});
+const ExportRegistrar qt({"qt", "export qt [common options] SCRIPT -o OUT.txt  (the new QuickTime text document)", runQt});
+const ExportRegistrar unitext({"unitext", "export unitext [common options] SCRIPT -o OUT.txt  (the new Unicode text document)",
+                               runUnitext});
+
+}  // namespace
+}  // namespace quillon::cli

@@ -1,0 +1,152 @@
+#include "formats/text_exports.h"
+
+#include "core/atomic_file.h"
+#include "core/timecode.h"
+#include "script/document_service.h"
+
+namespace quillon {
+
+namespace {
+
+const u16 kCRLF = u"\r\n";
+
+double t(const Station& st, double x) { return transformadainversa(st.s, x); }
+
+u16 milliseconds(double seconds) { return formatNumber(seconds * 1000, "0"); }
+
+// Writes the file of a frame export and shows its message: errors in the
+// write are not reported, the message comes all the same.
+bool writeTextExport(Station& st, const u16& name, const u16& text, TextEncoding enc, const char16_t* done) {
+  writeFileAtomically(toUtf8(name), encodeText(text + kCRLF, enc));
+  st.ui.setPointer(Pointer::Default);
+  msgBox(st.ui, done);
+  return true;
+}
+
+}  // namespace
+
+u16 samiText(const Station& st) {
+  const ScanTable& tb = st.s.scan;
+  u16 b = u"<SAMI><Head><STYLE TYPE=\"text/css\"> <!-- P {margin-left:  8pt;margin-right: 8pt;margin-bottom: 2pt; "
+          u"margin-top:10pt;text-align: center; font-size: 12pt; font-family: arial Unicode, sans-serif; "
+          u"font-weight: bold;color: #fee8c6; }.ENCC {Name:English; lang: en-US; SAMI_Type: CC;}--> "
+          u"</Style></Head><BODY>" + kCRLF;
+  for (int i = 1; i <= tb.count(); ++i) {
+    if (!tb.isSubtitle[i]) continue;
+    const char16_t mark = tb.styleChar[i];
+    b += u"<Sync Start=" + milliseconds(t(st, tb.cueIn[i])) + u"><P Class=ENCC>";
+    if (mark == u'1' || mark == u'I') b += u"<I>";
+    for (char16_t c : subtitleBody(tb.text[i])) {
+      if (c == CR) {
+        if (mark == u'1') b += u"</I>";
+        b += u"<br>";
+        if (mark == u'2' || mark == u'I') b += u"<I>";
+      } else {
+        b += c;
+      }
+    }
+    b += kCRLF + u"<Sync Start=" + milliseconds(t(st, tb.cueOut[i])) + u"><P Class=ENCC>&nbsp;" + kCRLF;
+  }
+  return b + u"</Body></SAMI>";
+}
+
+u16 sbvText(const Station& st) {
+  const ScanTable& tb = st.s.scan;
+  u16 b;
+  for (int i = 1; i <= tb.count(); ++i) {
+    if (tb.isSubtitle[i])
+      b += SEGaTCV(t(st, tb.cueIn[i])) + u"," + SEGaTCV(t(st, tb.cueOut[i])) + kCRLF +
+           replaceAll(subtitleBody(tb.text[i]), u"\r", kCRLF);
+    b += kCRLF;
+  }
+  return b;
+}
+
+u16 ssaText(const Station& st) {
+  const ScanTable& tb = st.s.scan;
+  u16 b;
+  for (const char16_t* line :
+       {u"[Script Info]", u"Collisions: Normal", u"PlayResY: 640", u"", u"[V4 Styles]",
+        u"Format: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, TertiaryColour, BackColour, Bold, "
+        u"Italic, BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, MarginV, AlphaLevel, Encoding",
+        u"Style: Default,Arial,36,16777215,16777215,16777215,-2147483640,-1,0,1,4,0,2,30,30,40,0,0", u"",
+        u"[Events]", u"Format: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text"})
+    b += line + kCRLF;
+  for (int i = 1; i <= tb.count(); ++i) {
+    if (!tb.isSubtitle[i]) continue;
+    const char16_t mark = tb.styleChar[i];
+    b += u"Dialogue: Marked=0," + SEGaTCA(t(st, tb.cueIn[i])) + u"," + SEGaTCA(t(st, tb.cueOut[i])) +
+         u",*Default,Name,0000,0000,0000,,";
+    if (tb.posDigit[i] == u'9') b += u"{\\a6}";
+    if (mark == u'1' || mark == u'I') b += u"{\\i1}";
+    for (char16_t c : subtitleBody(tb.text[i])) {
+      if (c == CR) {
+        b += u"\\N";
+        if (mark == u'1') b += u"{\\i0}";
+        if (mark == u'2') b += u"{\\i1}";
+      } else {
+        b += c;
+      }
+    }
+    b += kCRLF;
+  }
+  return b;
+}
+
+bool mnuSubSami(Station& st, TextEncoding enc) {
+  if (!exportFrame(st, ListExport::SAMI)) return false;
+  st.ui.setPointer(Pointer::Hourglass);
+  return writeTextExport(st, st.s.g_SAMIFileName, samiText(st), enc, u"SAMI file created.");
+}
+
+bool mnuSubSbv(Station& st, TextEncoding enc) {
+  if (!exportFrame(st, ListExport::SBV)) return false;
+  return writeTextExport(st, st.s.g_SBVFileName, sbvText(st), enc, u"SBV file created.");
+}
+
+bool mnuSubSsa(Station& st, TextEncoding enc) {
+  if (!exportFrame(st, ListExport::SSA)) return false;
+  return writeTextExport(st, st.s.g_SSAFileName, ssaText(st), enc, u"SSA file created.");
+}
+
+// Both documents are told from the end backwards with Content.InsertBefore;
+// the same text is built here front to back and inserted once.
+bool mnuSubQt(Station& st) {
+  if (!scanForExport(st)) return false;
+  const ScanTable& tb = st.s.scan;
+  const int fps = st.fps();
+  DocumentService& d = *st.doc;
+  d.documentsAdd();
+  d.setFontName(u"Arial Unicode MS");
+  u16 text = u"{QTtext}{font: Arial}{size:22}{bold}{justify: center}{textColor: 65535, 65535, 65535}"
+             u"{backColor: 0, 0, 0} {timescale: 30}{width: 720}{height: 480}{keyedText: on}{anti-alias: On}\r\r";
+  for (int i = 1; i <= tb.count(); ++i) {
+    if (!tb.isSubtitle[i]) continue;
+    text += u"[" + dottedTimecode(t(st, tb.cueIn[i]), fps) + u"]\r" + tb.text[i];
+    text += u"[" + dottedTimecode(t(st, tb.cueOut[i]), fps) + u"]\r\r\r";
+  }
+  text += u"[end=" + dottedTimecode(st.s.videoDuration, fps) + u"]\r";
+  d.contentInsertBefore(text);
+  st.ui.setPointer(Pointer::Default);
+  return true;
+}
+
+bool mnuSubUnitext(Station& st) {
+  if (!scanForExport(st)) return false;
+  const ScanTable& tb = st.s.scan;
+  const int fps = st.fps();
+  DocumentService& d = *st.doc;
+  d.documentsAdd();
+  d.setFontName(u"Arial Unicode MS");
+  u16 text;
+  for (int i = 1; i <= tb.count(); ++i) {
+    if (!tb.isSubtitle[i]) continue;
+    text += right(formatNumber(i, "0000"), 4) + TAB + SEGaTC(tb.cueIn[i], fps) + TAB + SEGaTC(tb.cueOut[i], fps) + CR +
+            tb.text[i];
+  }
+  d.contentInsertBefore(text);
+  st.ui.setPointer(Pointer::Default);
+  return true;
+}
+
+}  // namespace quillon
