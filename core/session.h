@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -138,17 +137,6 @@ struct Session {
   ScanTable scan;
   Roster roster;
 
-  // ---- Subtitle interchange formats (formats/) ----
-  // Where the shared file dialog opens next: the folder of the last choice.
-  std::string dialogInitDir;
-  // Timing tables of the file merge, kept from one load to the next. The
-  // plain tables are sized by the first load; cards are keyed by
-  // letter index * 20000 + subtitle number.
-  std::vector<uint8_t> timingPresent, timingHasCard;
-  std::vector<double> timingIn, timingOut;
-  std::map<int, std::pair<double, double>> cardTimes;
-  int16_t lastTimingNumber = 0;
-
   // ---- Subtitling workflow ------------------------------------------------
   // Running total of the last subtitle scan beside totalbloq1linea and
   // totalbloq2lineas: characters of the kept subtitles, CR between lines included.
@@ -159,6 +147,19 @@ struct Session {
   int tagUndoCount = 0;
   // Font size of both lines of the subtitle overlay, set with maxCharsRow.
   int16_t overlayFontSize = 11;
+
+  // ---- Dubbing (dubbing/) ----
+  // The marks of the block being cued and the lists of the two
+  // character forms. `pickingList` is `FormaPer.List1` (the picking form),
+  // `rosterFormList` is `FrmNewChar.List1`; both gain every name the roster
+  // gains, but deleting from the picking form leaves `roster.voces` alone.
+  double blockStart = 0, blockIn = 0, blockOut = 0;
+  struct CharacterList {
+    std::vector<u16> items;
+    int listIndex = -1;  // selected item, -1 for none
+  };
+  CharacterList pickingList, rosterFormList;
+  bool pickingFormVisible = false;
 };
 
 }  // namespace quillon

@@ -47,6 +47,8 @@ struct Station {
   std::function<void(Station&, double seconds)> ira;
   // Ends the program at once, without the closing path.
   std::function<void(Station&)> endProgram;
+  // `resumevideo`: the video plays on after a dubbing block is tagged.
+  std::function<void(Station&)> resumeVideo;
 
   int fps() const { return s.g_fps; }
 };

@@ -74,6 +74,9 @@ int lookUpCharacter(Station& st, const u16& name) {
   if (r.voces[j].empty() && !name.empty()) {
     r.voces[j] = name;
     r.numvoces = static_cast<int16_t>(j);
+    // The character forms' lists mirror the roster.
+    st.s.pickingList.items.push_back(name);
+    st.s.rosterFormList.items.push_back(name);
   }
   return j;
 }

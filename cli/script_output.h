@@ -1,0 +1,12 @@
+// Writing the script a command has changed to the file named by -o.
+#pragma once
+
+#include "cli/command.h"
+
+namespace quillon::cli {
+
+// Saves the active document to `path` in the format its extension names;
+// false after the message.
+bool saveScriptTo(Invocation& inv, const std::string& path);
+
+}  // namespace quillon::cli
