@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -160,6 +161,17 @@ struct Session {
   };
   CharacterList pickingList, rosterFormList;
   bool pickingFormVisible = false;
+
+  // ---- Subtitle interchange formats (formats/) ----
+  // Where the shared file dialog opens next: the folder of the last choice.
+  std::string dialogInitDir;
+  // Timing tables of the file merge, kept from one load to the next. The
+  // plain tables are sized by the first load; cards are keyed by
+  // letter index * 20000 + subtitle number.
+  std::vector<uint8_t> timingPresent, timingHasCard;
+  std::vector<double> timingIn, timingOut;
+  std::map<int, std::pair<double, double>> cardTimes;
+  int16_t lastTimingNumber = 0;
 };
 
 }  // namespace quillon
