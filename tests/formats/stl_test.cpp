@@ -284,3 +284,27 @@ TEST(StlImport, ThirdPartyReaderAgreesOnTextsAndTimes) {
 
 }  // namespace
 }  // namespace quillon
+
+namespace quillon {
+namespace {
+
+TEST(StlImport, CorpusFilesGiveOneTagPerWholeBlock) {
+  const std::string dir = std::string(QUILLON_CORPUS_DIR) + "/stl";
+  if (!std::filesystem::exists(dir)) GTEST_SKIP() << "no corpus";
+  for (const auto& entry : std::filesystem::directory_iterator(dir)) {
+    const std::string image = readFile(entry.path().string());
+    long tnb = static_cast<long>(leadingNumber(std::string_view(image).substr(238, 5)));
+    int whole = 0;
+    for (long k = 0; k < tnb && 1024 + 128 * static_cast<size_t>(k) + 3 < image.size(); ++k)
+      if (static_cast<unsigned char>(image[1024 + 128 * static_cast<size_t>(k) + 3]) == 0xFF) ++whole;
+    u16 text = ebuStlToScript(image, 25);
+    int tags = 0;
+    for (long at = instr(text, u"SUB["); at > 0; at = instr(at + 1, text, u"SUB[")) ++tags;
+    EXPECT_EQ(tags, whole) << entry.path();
+    if (entry.path().filename() == "mantas_ebu_stl_iso6937.stl")
+      EXPECT_NE(text.find(u"Les r\u00e9alisateurs de ce film ont pass\u00e9\r"), u16::npos);
+  }
+}
+
+}  // namespace
+}  // namespace quillon

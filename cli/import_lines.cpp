@@ -1,0 +1,51 @@
+// quillon-cli import subl, dos850, srt, sub and unitext: the line-oriented
+// imports into a new tagged script, which SCRIPT receives.
+#include <filesystem>
+
+#include "cli/export_support.h"
+#include "cli/import_registry.h"
+#include "formats/line_imports.h"
+
+namespace quillon::cli {
+
+namespace {
+
+int runFileImport(Invocation& inv, bool (*handler)(Station&)) {
+  FormatArgs a;
+  if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
+  std::error_code ec;
+  if (!std::filesystem::is_regular_file(a.input, ec)) return inv.fail("cannot read " + a.input);
+  openEmptyDocument(inv);
+  inv.ui.openPaths.push_back(a.input);
+  int before = inv.ui.boxesShown;
+  if (!handler(inv.st)) return inv.exitFor(false);
+  // The .SUB reader's format errors leave the new document empty.
+  if (inv.ui.boxesShown > before) return kExitStopped;
+  return saveActiveDocument(inv, a.output);
+}
+
+int runSubl(Invocation& inv) { return runFileImport(inv, mnuSubImpSUBL); }
+int runDos850(Invocation& inv) { return runFileImport(inv, mnuSubImp850); }
+int runSrt(Invocation& inv) { return runFileImport(inv, mnuSubImpSRT); }
+int runSub(Invocation& inv) { return runFileImport(inv, mnuSubImpSUB); }
+
+int runUnitext(Invocation& inv) {
+  FormatArgs a;
+  if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
+  if (!inv.loadScript(a.input)) return kExitUsage;
+  if (!mnuSubImpunitxt(inv.st)) {
+    if (inv.ui.boxesShown == 0) return inv.fail("no numbered entry \"0001\" in " + a.input);
+    return kExitStopped;
+  }
+  return saveActiveDocument(inv, a.output);
+}
+
+const ImportRegistrar subl({"subl", "import subl [common options] IN.sub -o SCRIPT  ({start}{end}text|text frames)", runSubl});
+const ImportRegistrar dos850({"dos850", "import dos850 [common options] IN.txt -o SCRIPT", runDos850});
+const ImportRegistrar srt({"srt", "import srt [common options] IN.srt -o SCRIPT", runSrt});
+const ImportRegistrar sub({"sub", "import sub [common options] IN.sub -o SCRIPT  (the .SUB list)", runSub});
+const ImportRegistrar unitext({"unitext", "import unitext [common options] IN.txt -o SCRIPT  (the Unicode text layout)",
+                               runUnitext});
+
+}  // namespace
+}  // namespace quillon::cli

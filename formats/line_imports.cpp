@@ -1,0 +1,296 @@
+#include "formats/line_imports.h"
+
+#include <cfenv>
+#include <cmath>
+#include <filesystem>
+#include <vector>
+
+#include "core/atomic_file.h"
+#include "core/timecode.h"
+#include "formats/export_frame.h"
+#include "formats/stl_import.h"
+#include "script/codepage.h"
+#include "script/document_ops.h"
+#include "script/document_service.h"
+
+namespace quillon {
+
+namespace {
+
+// Line Input over a whole file: CR LF, CR or LF ends a line; `eof` is true
+// once the last line has been read. Reading past the end gives "".
+template <typename Str>
+class LineReader {
+ public:
+  explicit LineReader(Str text) : text_(std::move(text)) {}
+  bool eof() const { return pos_ >= text_.size(); }
+  Str read() {
+    if (eof()) return {};
+    size_t start = pos_;
+    while (pos_ < text_.size() && text_[pos_] != '\r' && text_[pos_] != '\n') ++pos_;
+    Str line = text_.substr(start, pos_ - start);
+    if (pos_ < text_.size()) {
+      if (text_[pos_] == '\r' && pos_ + 1 < text_.size() && text_[pos_ + 1] == '\n') ++pos_;
+      ++pos_;
+    }
+    return line;
+  }
+
+ private:
+  Str text_;
+  size_t pos_ = 0;
+};
+
+u16 tag(char16_t position, char16_t style, const u16& in, const u16& out) {
+  u16 t = u"SUB[";
+  t += position;
+  t += u' ';
+  t += style;
+  return t + u" " + in + u">" + out + u"]" + CR;
+}
+
+void writeBlock(Station& st, const u16& tagText, const std::vector<u16>& lines) {
+  insertAtSelection(st, tagText);
+  for (const auto& l : lines) insertAtSelection(st, l + CR);
+  insertAtSelection(st, u16(1, CR));
+}
+
+void loading(Station& st, int n) { st.view.panel(3).text = u"Loading sub#" + numberText(n); }
+
+// Text lines up to the first empty one. False when the file ended first: the
+// block's last line had nothing behind it.
+template <typename Str, typename Convert>
+bool textLines(LineReader<Str>& r, std::vector<u16>& lines, Convert convert) {
+  while (!r.eof()) {
+    Str l = r.read();
+    if (l.empty()) return true;
+    if (r.eof()) return false;
+    lines.push_back(convert(l));
+  }
+  return false;
+}
+
+// Skips empty lines; the first other line, or "" at the end.
+template <typename Str>
+Str nextNonEmpty(LineReader<Str>& r) {
+  Str l;
+  while (!r.eof() && (l = r.read()).empty()) {
+  }
+  return l;
+}
+
+u16 fromDos850(std::string_view line) { return cp1252ToUnicode(ASCIItoANSI(line)); }
+
+// The .SUB decoder: italics brackets go, a few letters of code page 850 are
+// named, the rest goes through ASCIItoANSI.
+u16 decodeDotSub(std::string_view line) {
+  u16 out;
+  for (char ch : line) {
+    auto b = static_cast<unsigned char>(ch);
+    switch (b) {
+      case '[': case ']': break;
+      case 181: out += u'\u00c1'; break;
+      case 144: out += u'\u00c9'; break;
+      case 214: out += u'\u00cd'; break;
+      case 224: out += u'\u00d3'; break;
+      case 233: out += u'\u00da'; break;
+      case 228: out += u'\u00f5'; break;
+      default: out += fromDos850(std::string_view(&ch, 1));
+    }
+  }
+  return out;
+}
+
+// Milliseconds to a frame number always counted at 30 a second, halves to
+// the even one, then held below the session's rate.
+u16 srtFrame(const u16& millis, int fps) {
+  const int saved = std::fegetround();
+  std::fesetround(FE_TONEAREST);
+  double f = std::nearbyint(leadingNumber(millis) / 1000.0 * 30.0);
+  std::fesetround(saved);
+  int16_t frame = minimo(static_cast<int16_t>(f), static_cast<int16_t>(fps - 1));
+  return formatNumber(frame, "00");
+}
+
+// The frame of the file imports: open dialog, the file's bytes, a new
+// document in Courier New. False when it stopped.
+bool openImport(Station& st, const char16_t* title, const char16_t* filter, std::string& bytes) {
+  if (!attachDocument(st)) return false;
+  FileDialogRequest req;
+  req.title = title;
+  req.filter = filter;
+  req.initialDir = fromUtf8(st.s.dialogInitDir);
+  auto chosen = st.ui.openFileDialog(req);
+  if (!chosen || chosen->empty()) return false;
+  st.s.dialogInitDir = std::filesystem::path(*chosen).parent_path().string();
+  if (!readWholeFile(*chosen, bytes)) return false;
+  st.doc->documentsAdd();
+  st.doc->setFontName(u"Courier New");
+  return true;
+}
+
+}  // namespace
+
+int readSubList(Station& st, std::string_view bytes) {
+  LineReader<u16> r(decodeTextFile(bytes));
+  const int fps = st.fps();
+  int n = 0;
+  u16 s = r.read();
+  while (!r.eof() && n < 9999) {
+    long close1 = instr(2, s, u"}");
+    u16 start = close1 > 0 ? mid(s, 2, close1 - 2) : u16();
+    long close2 = close1 > 0 ? instr(close1 + 1, s, u"}") : 0;
+    u16 end = close2 > 0 ? mid(s, close1 + 2, close2 - close1 - 2) : u16();
+    u16 text = close2 > 0 ? mid(s, close2 + 1) : u16();
+    std::vector<u16> lines;
+    if (long bar = instr(text, u"|"); bar > 0) lines = {left(text, bar - 1), mid(text, bar + 1)};
+    else lines = {text};
+    writeBlock(st, tag(u'0', u'N', SEGaTC(leadingNumber(start) / fps, fps), SEGaTC(leadingNumber(end) / fps, fps)),
+               lines);
+    loading(st, ++n);
+    s = r.read();
+  }
+  st.view.panel(3).text = numberText(n) + u"subs loaded.#";
+  return n;
+}
+
+int readDos850List(Station& st, std::string_view bytes) {
+  LineReader<std::string> r{std::string(bytes)};
+  int n = 0;
+  std::string header = nextNonEmpty(r);
+  while (!r.eof() && n < 9999) {
+    std::vector<u16> lines;
+    if (!textLines(r, lines, fromDos850)) break;
+    u16 h = fromDos850(header);
+    writeBlock(st, tag(u'0', u'N', mid(h, 11, 11), mid(h, 26, 11)), lines);
+    loading(st, ++n);
+    header = nextNonEmpty(r);
+  }
+  st.view.panel(3).text = numberText(n) + u" subs loaded.";
+  return n;
+}
+
+int readSrt(Station& st, std::string_view bytes) {
+  LineReader<u16> r(decodeTextFile(bytes));
+  const int fps = st.fps();
+  int n = 0;
+  r.read();  // the number line
+  while (!r.eof() && n < 4999) {
+    u16 time = r.read();
+    std::vector<u16> lines;
+    if (r.eof() || !textLines(r, lines, [](const u16& l) { return l; })) break;
+    u16 in = left(time, 8) + u":" + srtFrame(mid(time, 10, 3), fps);
+    u16 out = mid(time, 18, 8) + u":" + srtFrame(mid(time, 27, 3), fps);
+    writeBlock(st, tag(u'0', u'N', in, out), lines);
+    loading(st, ++n);
+    nextNonEmpty(r);  // the next number line
+  }
+  st.view.panel(3).text = numberText(n) + u" subs loaded.";
+  return n;
+}
+
+int readDotSubList(Station& st, std::string_view bytes) {
+  LineReader<std::string> r{std::string(bytes)};
+  std::string first = r.read();
+  if (first != "*PART 1*" && first != "*PART ONE*" && first != "*PART1*" && first != "*PART 1") {
+    msgBox(st.ui, u"Format Error 001");
+    return -1;
+  }
+  auto isStart = [](const std::string& l) { return l == "00:00:00.00\\00:00:00.00" || l == "01:00:00.00\\01:00:00.00"; };
+  std::string l = r.read();
+  for (int more = 0; !isStart(l) && more < 3; ++more) l = r.read();
+  if (!isStart(l)) {
+    msgBox(st.ui, u"Format error 002");
+    return -1;
+  }
+  int n = 0;
+  while (!r.eof()) {
+    std::string line1 = r.read();
+    if (line1 == "*End*") break;
+    std::string next = r.read();
+    std::string timing;
+    std::vector<std::string> lines{line1};
+    if (next.size() < 12 || next[11] != '\\') {
+      lines.push_back(next);
+      timing = r.read();
+    } else {
+      timing = next;
+    }
+    const bool second = lines.size() == 2;
+    char16_t position = !line1.empty() && line1[0] == '}' ? u'1' : u'0';
+    char16_t style;
+    if (!line1.empty() && line1[0] == '[') style = second && (lines[1].empty() || lines[1][0] != '[') ? u'1' : u'I';
+    else style = second && !lines[1].empty() && lines[1][0] == '[' ? u'2' : u'N';
+    u16 t = fromDos850(timing);
+    std::vector<u16> decoded;
+    for (const auto& x : lines) decoded.push_back(decodeDotSub(x));
+    writeBlock(st, tag(position, style, left(t, 11), right(t, 11)), decoded);
+    loading(st, ++n);
+  }
+  return n;
+}
+
+bool mnuSubImpSUBL(Station& st) {
+  std::string bytes;
+  if (!openImport(st, u"Open {SUB} subtitle list file(*.sub)", u"{SUB} subtitle list files (*.sub)|*.txt|All files|*.*",
+                  bytes))
+    return false;
+  readSubList(st, bytes);
+  return true;
+}
+
+bool mnuSubImp850(Station& st) {
+  std::string bytes;
+  if (!openImport(st, u"Open DOS 850 subtitle list file(*.txt)",
+                  u"DOS 850 subtitle list files (*.txt)|*.txt|All files|*.*", bytes))
+    return false;
+  readDos850List(st, bytes);
+  return true;
+}
+
+bool mnuSubImpSRT(Station& st) {
+  std::string bytes;
+  if (!openImport(st, u"Open .SRT subtitle list file(*.srt)", u".SRT subtitle list files (*.srt)|*.srt|All files|*.*",
+                  bytes))
+    return false;
+  readSrt(st, bytes);
+  return true;
+}
+
+bool mnuSubImpSUB(Station& st) {
+  std::string bytes;
+  if (!openImport(st, u"Open .SUB subtitle list file(*.SUB)", u".SUB subtitle list files (*.SUB)|*.SUB|All files|*.*",
+                  bytes))
+    return false;
+  readDotSubList(st, bytes);
+  return true;
+}
+
+bool mnuSubImpunitxt(Station& st) {
+  if (!attachDocument(st)) return false;
+  const u16 s = st.doc->content();
+  const long len = static_cast<long>(s.size());
+  const int fps = st.fps();
+  u16 blocks;
+  long p = instr(s, u"0001");
+  int n = 1;
+  while (p > 0 && n <= kScanCapacity) {
+    u16 in = SEGaTC(TCaSEG(mid(s, p + 5, 11), fps, st.ui), fps);
+    u16 out = SEGaTC(TCaSEG(mid(s, p + 17, 11), fps, st.ui), fps);
+    long next = instr(s, formatNumber(n + 1, "0000"));
+    long textLength = (next > 0 ? next : len) - p - 30;
+    u16 text = textLength > 0 ? mid(s, p + 29, textLength) : u16();
+    blocks += u"SUB[0 N " + in + u">" + out + u"]" + CR + text + CR;
+    ++n;
+    p = next;
+  }
+  if (n == 1) return false;
+  // Inserted last first ahead of a closing "SUB[" line, so they read in order.
+  st.doc->documentsAdd();
+  st.doc->setFontName(u"Arial Unicode MS");
+  st.doc->contentInsertBefore(u16(u"SUB[") + CR);
+  st.doc->contentInsertBefore(blocks);
+  return true;
+}
+
+}  // namespace quillon

@@ -1,0 +1,204 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "formats/line_imports.h"
+#include "formats/sub_export.h"
+#include "formats/text_exports.h"
+#include "formats_fixture.h"
+#include "script/document_files.h"
+#include "script/tag_grammar.h"
+
+namespace quillon {
+namespace {
+
+using testing::FormatsStation;
+using testing::readFile;
+using testing::script;
+using testing::tempDir;
+
+std::string write(const std::string& name, const std::string& bytes) {
+  std::string path = tempDir("import-" + name) + "/" + name;
+  std::ofstream(path, std::ios::binary) << bytes;
+  return path;
+}
+
+// Runs a menu import on `bytes` and gives the new document as the station
+// saves it.
+std::string import(FormatsStation& t, bool (*handler)(Station&), const std::string& name, const std::string& bytes) {
+  t.open(u"");
+  t.ui.openPaths.push_back(write(name, bytes));
+  if (!handler(t.st)) return "(stopped)";
+  return plainTextBytes(*t.docs.active());
+}
+
+TEST(SubListImport, FramesBecomeTimecodesAndTheBarBreaksTheLine) {
+  FormatsStation t;
+  std::string doc = import(t, mnuSubImpSUBL, "a.sub",
+                           "{25}{50}Hola|se\xC3\xB1or\r\n{75}{112}Uno|dos|tres\r\n{150}{175}Sin barra\r\n\r\n");
+  EXPECT_TRUE(testing::matchesGolden("import_subl.txt", doc));
+  EXPECT_EQ(doc,
+            "SUB[0 N 00:00:01:00>00:00:02:00]\nHola\nse\xC3\xB1or\n\n"
+            "SUB[0 N 00:00:03:00>00:00:04:12]\nUno\ndos|tres\n\n"
+            "SUB[0 N 00:00:06:00>00:00:07:00]\nSin barra\n\n\n");
+  EXPECT_EQ(t.st.view.panel(3).text, u"3subs loaded.#");
+  EXPECT_EQ(t.ui.openRequests[0].title, u"Open {SUB} subtitle list file(*.sub)");
+  EXPECT_EQ(t.docs.fontName(), u"Courier New");
+}
+
+TEST(SubListImport, LastLineWithNothingBehindIsDropped) {
+  FormatsStation t;
+  std::string doc = import(t, mnuSubImpSUBL, "b.sub", "{25}{50}First\r\n{75}{100}Last");
+  EXPECT_EQ(doc, "SUB[0 N 00:00:01:00>00:00:02:00]\nFirst\n\n\n");
+  FormatsStation u;
+  doc = import(u, mnuSubImpSUBL, "c.sub", "{25}{50}First\n{75}{100}Last\n");
+  EXPECT_EQ(doc, "SUB[0 N 00:00:01:00>00:00:02:00]\nFirst\n\n\n");
+}
+
+TEST(Dos850Import, HeaderColumnsAndCodePage) {
+  FormatsStation t;
+  std::string doc = import(t, mnuSubImp850, "d.txt",
+                           "\r\n0001      10:00:01:00 -> 10:00:03:12 x\r\nSe\xA4or \x82l\r\nsegunda\r\n\r\n\r\n"
+                           "0002      10:00:04:00    10:00:05:00\r\n\x85" "ltima\r\n\r\n"
+                           "0003      10:00:06:00    10:00:07:00\r\ncut off\r\n");
+  EXPECT_TRUE(testing::matchesGolden("import_dos850.txt", doc));
+  EXPECT_EQ(doc,
+            "SUB[0 N 10:00:01:00>10:00:03:12]\nSe\xC3\xB1or \xC3\xA9l\nsegunda\n\n"
+            "SUB[0 N 10:00:04:00>10:00:05:00]\n\xC3\xA0ltima\n\n\n");
+  EXPECT_EQ(t.st.view.panel(3).text, u"2 subs loaded.");
+}
+
+TEST(SrtImport, MillisecondsAreCountedAtThirtyAndCapped) {
+  const std::string srt =
+      "1\r\n00:00:01,500 --> 00:00:02,999\r\nFirst line\r\nSecond l\xC3\xADne\r\n\r\n"
+      "2\r\n00:00:03,050 --> 00:00:04,083\r\n<i>Tags stay</i>\r\n\r\n\r\n"
+      "3\r\n00:00:05,000 --> 00:00:06,017\r\nLast\r\n\r\n";
+  FormatsStation t(30);
+  std::string doc = import(t, mnuSubImpSRT, "e.srt", srt);
+  EXPECT_TRUE(testing::matchesGolden("import_srt.txt", doc));
+  EXPECT_EQ(doc,
+            "SUB[0 N 00:00:01:15>00:00:02:29]\nFirst line\nSecond l\xC3\xADne\n\n"
+            "SUB[0 N 00:00:03:02>00:00:04:02]\n<i>Tags stay</i>\n\n"
+            "SUB[0 N 00:00:05:00>00:00:06:01]\nLast\n\n\n");
+  EXPECT_EQ(t.st.view.panel(3).text, u"3 subs loaded.");
+  // At 25 frames the factor stays 30: 500 ms is frame 15, 999 ms is held at 24.
+  FormatsStation p(25);
+  doc = import(p, mnuSubImpSRT, "f.srt", srt);
+  EXPECT_EQ(doc.substr(0, 33), "SUB[0 N 00:00:01:15>00:00:02:24]\n");
+}
+
+TEST(SrtImport, WindowsLatinFileAndDroppedLastBlock) {
+  FormatsStation t;
+  std::string doc = import(t, mnuSubImpSRT, "g.srt",
+                           "1\n00:00:01,000 --> 00:00:02,000\nCaf\xE9\n\n2\n00:00:03,000 --> 00:00:04,000\nNo end");
+  EXPECT_EQ(doc, "SUB[0 N 00:00:01:00>00:00:02:00]\nCaf\xC3\xA9\n\n\n");
+}
+
+TEST(DotSubImport, HeaderStartLineAndStyles) {
+  FormatsStation t;
+  std::string doc = import(t, mnuSubImpSUB, "h.sub",
+                           "*PART 1\r\nGenerator note\r\n00:00:00.00\\00:00:00.00\r\n"
+                           "[\xB5rbol\r\nplain\r\n00:00:01.00\\00:00:02.05\r\n"
+                           "}Top line\r\n00:00:03.00\\00:00:04.00\r\n"
+                           "plain\r\n[italic \xE4\r\n00:00:05.00\\00:00:06.00\r\n"
+                           "[both\r\n[lines\r\n00:00:07.00\\00:00:08.00\r\n"
+                           "*End*\r\nnot read\r\n");
+  EXPECT_TRUE(testing::matchesGolden("import_dotsub.txt", doc));
+  EXPECT_EQ(doc,
+            "SUB[0 1 00:00:01.00>00:00:02.05]\n\xC3\x81rbol\nplain\n\n"
+            "SUB[1 N 00:00:03.00>00:00:04.00]\n}Top line\n\n"
+            "SUB[0 2 00:00:05.00>00:00:06.00]\nplain\nitalic \xC3\xB5\n\n"
+            "SUB[0 I 00:00:07.00>00:00:08.00]\nboth\nlines\n\n\n");
+}
+
+TEST(DotSubImport, FormatErrors) {
+  FormatsStation t;
+  EXPECT_EQ(import(t, mnuSubImpSUB, "i.sub", "*PART 2*\r\n00:00:00.00\\00:00:00.00\r\n"), "\n");
+  EXPECT_EQ(t.ui.lastBox().text, u"Format Error 001");
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
+  FormatsStation u;
+  EXPECT_EQ(import(u, mnuSubImpSUB, "j.sub", "*PART1*\r\na\r\nb\r\nc\r\nd\r\n00:00:00.00\\00:00:00.00\r\n"), "\n");
+  EXPECT_EQ(u.ui.lastBox().text, u"Format error 002");
+}
+
+TEST(DotSubImport, OwnExportReadsOnIntoTheTrailer) {
+  FormatsStation t;
+  t.open(u"SUB[9 N 00:00:01:00>00:00:02:00]\nTop\n\nSUB[\n");
+  const std::string path = tempDir("dotsub-own") + "/own.sub";
+  FormSUB form;
+  t.ui.savePaths.push_back(path);
+  ASSERT_TRUE(mnuSubSub(t.st, form));
+  commandProximoSUB(t.st, form);
+  t.ui.openPaths.push_back(path);
+  ASSERT_TRUE(mnuSubImpSUB(t.st));
+  std::string doc = plainTextBytes(*t.docs.active());
+  // "*END*" is not "*End*": it and the sections become subtitles.
+  EXPECT_EQ(doc.substr(0, 48), "SUB[1 N 00:00:01.00>00:00:02.00]\n}Top\n\nSUB[0 N 0");
+  EXPECT_NE(doc.find("]\n*END*\n\n"), std::string::npos);
+  EXPECT_NE(doc.find("\n*CODE*\n0000000000000000\n\n"), std::string::npos);
+}
+
+TEST(UnicodeTextImport, ReadsTheExportedLayoutBack) {
+  FormatsStation t;
+  t.open(testing::kSampleScript);
+  ASSERT_TRUE(mnuSubUnitext(t.st));
+  ASSERT_TRUE(mnuSubImpunitxt(t.st));
+  std::string doc = plainTextBytes(*t.docs.active());
+  EXPECT_TRUE(testing::matchesGolden("import_unitext.txt", doc));
+  // Position, alignment and style are not in the layout; the numbers need
+  // not follow on (the dubbing row was 3), but the search for the next one
+  // stops at the first gap.
+  EXPECT_EQ(doc,
+            "SUB[0 N 10:00:01:00>10:00:03:12]\nPlain and simple.\n\n"
+            "SUB[0 N 10:00:04:00>10:00:06:00]\nLos ni\xC3\xB1os cantan\n\xC2\xBFY despu\xC3\xA9s\xE2\x80\xA6?\n\n"
+            "0004\t10:00:08:00\t10:00:10:00\nFirst in italics\nsecond plain\n\n"
+            "0005\t10:00:11:00\t10:00:13:00\nFirst plain\n\xE2\x80\x9CSecond\xE2\x80\x9D costs 5$\n\n"
+            "0006\t10:00:14:00\t10:00:16:00\nMark one, one line\n\n"
+            "0007\t10:00:17:00\t10:00:19:00\nMark two, \xC3\x80 la carte\n\nSUB[\n\n");
+}
+
+TEST(UnicodeTextImport, ImportedScriptScansAsTheOriginal) {
+  FormatsStation t;
+  t.open(testing::numberedScript(12));
+  ASSERT_TRUE(mnuSubUnitext(t.st));
+  ASSERT_TRUE(mnuSubImpunitxt(t.st));
+  ASSERT_TRUE(scanSubtitles(t.st, 0));
+  ASSERT_EQ(t.st.s.scan.count(), 12);
+  EXPECT_EQ(t.st.s.scan.text[12], u"Subtitle 12\r\r");
+  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[12], 36);
+}
+
+// Real-world files from the shared corpus, where present.
+std::string corpus(const std::string& rel) {
+  std::string p = std::string(QUILLON_CORPUS_DIR) + "/" + rel;
+  return std::filesystem::exists(p) ? p : std::string();
+}
+
+TEST(CorpusImports, SrtAndMicroDvdFilesBecomeScannableScripts) {
+  const std::pair<const char*, bool (*)(Station&)> files[] = {
+      {"srt/pycaption_nova3213.srt", mnuSubImpSRT}, {"srt/subsrt_sample.srt", mnuSubImpSRT},
+      {"microdvd/pycaption_nova3213.sub", mnuSubImpSUBL}, {"microdvd/mantas_sub_microdvd.sub", mnuSubImpSUBL}};
+  int seen = 0;
+  for (const auto& [rel, handler] : files) {
+    std::string path = corpus(rel);
+    if (path.empty()) continue;
+    ++seen;
+    FormatsStation t(25);
+    t.st.s.checksDisabled = true;
+    t.open(u"");
+    t.ui.openPaths.push_back(path);
+    ASSERT_TRUE(handler(t.st)) << rel;
+    EXPECT_TRUE(t.ui.boxes.empty()) << rel;
+    // The status count and the tags the scanner finds agree.
+    u16 status = t.st.view.panel(3).text;
+    int n = static_cast<int>(leadingNumber(status));
+    EXPECT_GT(n, 0) << rel;
+    EXPECT_TRUE(scanSubtitles(t.st, 0)) << rel;
+    EXPECT_EQ(t.st.s.scan.count(), n) << rel;
+  }
+  if (seen == 0) GTEST_SKIP() << "no corpus";
+}
+
+}  // namespace
+}  // namespace quillon
