@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include "formats/merge.h"
+#include "formats_fixture.h"
+#include "script/document_files.h"
+
+namespace quillon {
+namespace {
+
+using testing::FormatsStation;
+using testing::script;
+
+const char16_t* kTiming =
+    u"0001\t10:00:01:00\t10:00:03:00\n"
+    u"0002\t10:00:04:00\t10:00:06:00\n"
+    u"0002.A\t10:00:06:05\t10:00:08:00\n"
+    u"0003\t10:00:09:00\t10:00:11:00\n";
+
+TEST(TimingLoad, EntriesCardsAndTheClosingMessage) {
+  FormatsStation t;
+  prepareMergeMenus(t.st);
+  EXPECT_FALSE(t.st.view.menu("mnu_sub_mge_mge").enabled);
+  EXPECT_FALSE(t.st.view.menu("mnu_sub_mge_off").enabled);
+  t.open(kTiming);
+  ASSERT_TRUE(cargarTiming(t.st));
+  EXPECT_EQ(t.ui.lastBox().text, u"Operation complete. Last subtitle loaded: 3. ");
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
+  EXPECT_TRUE(t.st.view.menu("mnu_sub_mge_mge").enabled);
+  EXPECT_EQ(t.st.s.lastTimingNumber, 3);
+  EXPECT_DOUBLE_EQ(t.st.s.timingIn[2], 36004);
+  EXPECT_TRUE(t.st.s.timingHasCard[2]);
+  EXPECT_DOUBLE_EQ(t.st.s.cardTimes.at(1 * 20000 + 2).first, 36006.2);
+}
+
+TEST(TimingLoad, RefusalsAndFormatError) {
+  FormatsStation t;
+  t.open(u"0001\tshor");  // ten characters with the paragraph mark
+  EXPECT_FALSE(cargarTiming(t.st));
+  EXPECT_EQ(t.ui.lastBox().text, u"Subtitle File Error: No subtitles loaded. ");
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::Exclamation);
+
+  FormatsStation one;
+  one.open(u"0001\t10:00:01:00\t10:00:03:00\n");
+  EXPECT_FALSE(cargarTiming(one.st));  // a single entry is refused
+  EXPECT_EQ(one.ui.lastBox().text, u"Subtitle File Error: No subtitles loaded. ");
+
+  FormatsStation bad;
+  bad.open(u"Header text\n0001\t10:00:01:00\t10:00:03:00\n0002\tNOT A TIMECODE\n");
+  EXPECT_FALSE(cargarTiming(bad.st));
+  EXPECT_EQ(bad.ui.boxTexts().back(), u"Format error in timing file.");
+}
+
+TEST(TimingMerge, TagsNumberedParagraphsAndReportsGaps) {
+  FormatsStation t;
+  t.open(kTiming);
+  ASSERT_TRUE(cargarTiming(t.st));
+  MemoryDocument& text = t.open(
+      u"12\nNot a number: too short.\n0001\nUno\n\n0003\nTres\n\n0003.A\nCard of three\n\n0003.C\nSkipped B\n\n"
+      u"0007.A\nNo timing\n\n0000\nZero\n\n\n\n\n\n\n\n\n\n\n\n");
+  u16 report = mergeTiming(t.st);
+  EXPECT_EQ(report,
+            u"Warning: Missing subtitle(s): 2\r"
+            u"Warning: Invalid time code in subtitle: 0003.A.\r"
+            u"Warning: Missing card subtitle(s): 3.B\r"
+            u"Warning: Invalid time code in subtitle: 0003.C.\r"
+            u"Warning: Missing card subtitle(s): 7.D\r"
+            u"Warning: Invalid time code in subtitle: 0007.A.\r"
+            u"Error: Subtitle number out of range: normal[0000]\r"
+            u"Warning: Different number of subtitles in timing file (3) and text files (7).\r");
+  EXPECT_EQ(t.ui.lastBox().text, u"MERGE OPERATION DISCREPANCY REPORT\r\r" + report);
+  EXPECT_EQ(t.ui.clip, report);
+  EXPECT_TRUE(t.st.view.panel(3).text.empty());
+  // The last digit of the number stands in the position field.
+  EXPECT_TRUE(testing::matchesGolden("merge_text.txt", plainTextBytes(text)));
+  EXPECT_EQ(plainTextBytes(text).substr(0, 82),
+            "12\nNot a number: too short.\nSUB[1 N 10:00:01:00>10:00:03:00] \n0001\nUno\n\nSUB[3 N 10");
+}
+
+TEST(TimingMerge, CleanMergeAndTheWalkStopsAtTheFirstParagraphCount) {
+  FormatsStation t;
+  t.open(kTiming);
+  ASSERT_TRUE(cargarTiming(t.st));
+  MemoryDocument& text = t.open(u"0001\nUno\n0002\nDos\n0002.A\nDos A\n0003\nTres\n\n\n\n");
+  EXPECT_EQ(mergeTiming(t.st), u"");
+  EXPECT_EQ(t.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
+  EXPECT_EQ(plainTextBytes(text),
+            "SUB[1 N 10:00:01:00>10:00:03:00] \n0001\nUno\nSUB[2 N 10:00:04:00>10:00:06:00] \n0002\nDos\n"
+            "SUB[2 N 10:00:06:05>10:00:08:00] \n0002.A\nDos A\nSUB[3 N 10:00:09:00>10:00:11:00] \n0003\nTres\n\n\n\n");
+
+  // Paragraphs are counted once, before the tags add theirs: without room
+  // behind it the last number is not reached, and the report says so.
+  FormatsStation u;
+  u.open(kTiming);
+  ASSERT_TRUE(cargarTiming(u.st));
+  u.open(u"0001\nUno\n0002\nDos\n0002.A\nDos A\n0003\nTres\n");
+  EXPECT_EQ(mergeTiming(u.st), u"Warning: Different number of subtitles in timing file (3) and text files (2).\r");
+}
+
+TEST(TimingMerge, WithoutALoadReportsSuccessAndTouchesNothing) {
+  FormatsStation t;
+  MemoryDocument& text = t.open(u"0001\nUno\n");
+  EXPECT_EQ(mergeTiming(t.st), u"");
+  EXPECT_EQ(t.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
+  EXPECT_EQ(plainTextBytes(text), "0001\nUno\n");
+}
+
+TEST(TimingMerge, LetterIndexAndDigits) {
+  EXPECT_EQ(letterIndex(u"a"), 1);
+  EXPECT_EQ(letterIndex(u"Z"), 26);
+  EXPECT_EQ(letterIndex(u"1"), 0);
+  EXPECT_TRUE(allDigits(u""));
+  EXPECT_FALSE(allDigits(u"12a"));
+}
+
+}  // namespace
+}  // namespace quillon
