@@ -1,0 +1,109 @@
+// Interchange formats at script scale: the STL export of a whole script,
+// rule checks included, and the SRT import into a new document.
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+
+#include "core/scripted_ui.h"
+#include "core/station.h"
+#include "formats/line_imports.h"
+#include "formats/stl_export.h"
+#include "script/memory_document.h"
+#include "script/tag_grammar.h"
+#include "subtitling/rule_checks.h"
+
+namespace {
+
+using namespace quillon;
+
+struct BenchStation {
+  BenchStation() : st(ui) {
+    st.doc = &docs;
+    st.s.g_fps = 25;
+    st.s.framePeriod = 1.0 / 25;
+    installSubtitleChecks(st);
+  }
+  ScriptedUi ui;
+  MemoryDocumentService docs;
+  Station st;
+};
+
+u16 timedScript(int count) {
+  u16 out;
+  for (int i = 0; i < count; ++i) {
+    double in = 10.0 + 4.0 * i;
+    out += subtitleTag(i % 10, i % 3 == 0 ? u'L' : u' ', i % 4 == 0 ? u'I' : u'N', in, in + 3.0, 25);
+    out += u"Subtitle " + numberText(i + 1) + u" with \u00e1cc\u00e9nts\r";
+    out += u"and its second line\u2026\r\r";
+  }
+  return out + u"SUB[\r";
+}
+
+std::string tempPath(const std::string& name) {
+  return "/tmp/quillon-bench-" + std::to_string(::getpid()) + "-" + name;
+}
+
+void BM_StlExport(benchmark::State& state) {
+  const int n = static_cast<int>(state.range(0));
+  BenchStation b;
+  auto doc = std::make_unique<MemoryDocument>();
+  doc->setText(timedScript(n));
+  doc->name = u"Bench.txt";
+  b.docs.addDocument(std::move(doc));
+  const std::string path = tempPath("export.stl");
+  for (auto _ : state) {
+    FormaSTL form;
+    b.ui.savePaths.push_back(path);
+    if (!mnuSubEbu(b.st, form) || !commandProximoSTL(b.st, form)) {
+      state.SkipWithError(b.ui.boxes.empty() ? "export stopped" : toUtf8(b.ui.lastBox().text).c_str());
+      break;
+    }
+  }
+  std::remove(path.c_str());
+  state.SetComplexityN(n);
+  state.SetItemsProcessed(state.iterations() * n);
+}
+BENCHMARK(BM_StlExport)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
+
+void BM_SrtImport(benchmark::State& state) {
+  const int n = static_cast<int>(state.range(0));
+  const std::string path = tempPath("import.srt");
+  {
+    std::ofstream f(path, std::ios::binary);
+    for (int i = 0; i < n; ++i) {
+      int s = 10 + 4 * i;
+      char times[64];
+      std::snprintf(times, sizeof times, "%02d:%02d:%02d,500 --> %02d:%02d:%02d,250", s / 3600, s / 60 % 60, s % 60,
+                    (s + 3) / 3600, (s + 3) / 60 % 60, (s + 3) % 60);
+      f << i + 1 << "\r\n" << times << "\r\nSubtitle number " << i + 1 << " with \xC3\xA1" "cc\xC3\xA9nts\r\n"
+        << "and its second line\r\n\r\n";
+    }
+  }
+  for (auto _ : state) {
+    state.PauseTiming();
+    BenchStation b;
+    b.docs.documentsAdd();
+    b.ui.openPaths.push_back(path);
+    state.ResumeTiming();
+    if (!mnuSubImpSRT(b.st)) {
+      state.SkipWithError("import stopped");
+      break;
+    }
+    state.PauseTiming();
+    const bool complete = b.docs.active()->paragraphsCount() >= 4L * n;
+    state.ResumeTiming();
+    if (!complete) {
+      state.SkipWithError("subtitles missing");
+      break;
+    }
+  }
+  std::remove(path.c_str());
+  state.SetComplexityN(n);
+  state.SetItemsProcessed(state.iterations() * n);
+}
+BENCHMARK(BM_SrtImport)->Arg(499)->Arg(4999)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
+
+}  // namespace
