@@ -42,7 +42,10 @@ FormCPC::FormCPC() {
 bool mnuSubCpc(Station& st, FormCPC& form) {
   if (!exportFrame(st, ListExport::CPC)) return false;
   st.ui.setPointer(Pointer::Hourglass);
-  if (form.show()) form.cancelarCPC = false;
+  // Every show starts clear: a Cancel pressed while no run was going (after
+  // the extension message) must not swallow the next export.
+  form.show();
+  form.cancelarCPC = false;
   fillFormCPC(st, form);
   form.progressMax = st.s.scan.count() + 1;
   st.ui.setPointer(Pointer::Default);

@@ -62,7 +62,10 @@ FormDVDMaestro::FormDVDMaestro() {
 bool mnuSubDvdm(Station& st, FormDVDMaestro& form) {
   if (!exportFrame(st, ListExport::DVDMaestro)) return false;
   st.ui.setPointer(Pointer::Hourglass);
-  if (form.show()) form.cancelarDVDM = false;
+  // Every show starts clear: a Cancel pressed while no run was going (after
+  // the extension message) must not swallow the next export.
+  form.show();
+  form.cancelarDVDM = false;
   form.progressMax = st.s.scan.count() + 1;
   st.ui.setPointer(Pointer::Default);
   form.commandCaption = u"OK";

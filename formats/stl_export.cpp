@@ -198,7 +198,10 @@ u16 formatPropertyDate(const u16& value, std::string_view picture) {
 bool mnuSubEbu(Station& st, FormaSTL& form) {
   if (!exportFrame(st, ListExport::EBU)) return false;
   st.ui.setPointer(Pointer::Hourglass);
-  if (form.show()) form.cancelarSTL = false;
+  // Every show starts clear: a Cancel pressed while no run was going (after
+  // the extension message) must not swallow the next export.
+  form.show();
+  form.cancelarSTL = false;
   fillFormaSTL(st, form);
   st.ui.setPointer(Pointer::Default);
   form.commandCaption = u"OK";

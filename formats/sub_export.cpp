@@ -67,7 +67,10 @@ u16 FormSUB::cp1252Sample() {
 bool mnuSubSub(Station& st, FormSUB& form) {
   if (!exportFrame(st, ListExport::SUB)) return false;
   st.ui.setPointer(Pointer::Hourglass);
-  if (form.show()) form.cancelarSUB = false;
+  // Every show starts clear: a Cancel pressed while no run was going (after
+  // the extension message) must not swallow the next export.
+  form.show();
+  form.cancelarSUB = false;
   form.progressMax = st.s.scan.count() + 1;
   st.ui.setPointer(Pointer::Default);
   form.commandCaption = u"OK";

@@ -165,7 +165,11 @@ TEST(StlExport, EmptyListWrongExtensionAndCancel) {
   EXPECT_EQ(form.commandCaption, u"Cancel");
   commandProximoSTL(w.st, form);
   EXPECT_FALSE(form.visible);
-  EXPECT_TRUE(form.cancelarSTL);
+  // The next export of the same form writes its file.
+  w.ui.savePaths.push_back(dir + "/x.stl");
+  ASSERT_TRUE(mnuSubEbu(w.st, form));
+  EXPECT_TRUE(commandProximoSTL(w.st, form));
+  EXPECT_EQ(readFile(dir + "/x.stl").size(), 1024u + 128u * 7u);
 }
 
 TEST(StlExport, ReplaceQuestionAsksAgainOnNo) {
