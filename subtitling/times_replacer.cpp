@@ -29,7 +29,7 @@ bool windowKey(u16v w, u16& key) {
 bool patternKey(const u16& f, u16& key) {
   if (f.size() != 26 || f.substr(8, 2) != u"^?" || f.substr(21, 2) != u"^?" || f[12] != u'>' || f[25] != u']')
     return false;
-  key = f.substr(0, 8) + kMask + f.substr(10, 12) + kMask + f.substr(23, 3);
+  key = f.substr(0, 8) + kMask + f.substr(10, 11) + kMask + f.substr(23, 3);
   // Any other caret would be a search code of its own.
   for (size_t i = 0; i < key.size(); ++i)
     if (key[i] == u'^') return false;
@@ -73,6 +73,11 @@ void TimesReplacer::learn(long from, long to) {
   from = std::max(0L, from);
   const u16 t = d.text({from, to + kWindow - 1});
   for (long p = from; p < to; ++p) learnWindow(p, u16v(t).substr(std::min(t.size(), static_cast<size_t>(p - from))));
+}
+
+bool TimesReplacer::isTimesPattern(const u16& findText) {
+  u16 key;
+  return patternKey(findText, key);
 }
 
 bool TimesReplacer::replace(const u16& findText, const u16& replaceText) {

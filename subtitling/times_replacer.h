@@ -25,6 +25,8 @@ class TimesReplacer {
   // As replaceInDocument(st, findText, replaceText). A find text of another
   // shape goes to replaceInDocument itself.
   bool replace(const u16& findText, const u16& replaceText);
+  // Whether a find text is one the index answers for.
+  static bool isTimesPattern(const u16& findText);
 
  private:
   void rebuild();

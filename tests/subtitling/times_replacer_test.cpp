@@ -31,6 +31,14 @@ struct Twin {
 u16 times(double in, double out) { return SEGaTC(in, 30) + u">" + SEGaTC(out, 30) + u"]"; }
 u16 pattern(double in, double out) { return timesPattern(SEGaTC(in, 30), SEGaTC(out, 30)); }
 
+TEST(TimesReplacer, TheIndexAnswersForTimesPatternsOnly) {
+  EXPECT_TRUE(TimesReplacer::isTimesPattern(pattern(1, 2)));
+  EXPECT_TRUE(TimesReplacer::isTimesPattern(pattern(80000, 80001)));
+  EXPECT_FALSE(TimesReplacer::isTimesPattern(u"SUB[^?^?^? " + pattern(1, 2)));
+  EXPECT_FALSE(TimesReplacer::isTimesPattern(u"00:00:01^^00>00:00:02^?00]"));
+  EXPECT_FALSE(TimesReplacer::isTimesPattern(u"00:00:01:00>00:00:02:00]"));
+}
+
 TEST(TimesReplacer, ARewrittenTagThatMatchesALaterPatternIsFoundFirst) {
   // Moving every tag by one second makes the first tag read as the second
   // did; the second replacement then finds the first tag again.

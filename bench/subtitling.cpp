@@ -1,0 +1,102 @@
+// Whole-script subtitling work on generated scripts of 1999 and 19999
+// subtitles: the scan with every rule check, in-place retiming (offset and
+// both rate changes) and interleave repair. Items are subtitles.
+#include <benchmark/benchmark.h>
+
+#include "core/scripted_ui.h"
+#include "core/station.h"
+#include "core/timecode.h"
+#include "script/memory_document.h"
+#include "script/tag_grammar.h"
+#include "subtitling/editing_commands.h"
+#include "subtitling/retiming.h"
+#include "subtitling/rule_checks.h"
+
+namespace {
+
+using namespace quillon;
+
+// Two-line subtitles of 3 seconds; `gap` seconds between them.
+u16 generatedScript(int count, int fps, double gap) {
+  u16 out;
+  out.reserve(static_cast<size_t>(count) * 90);
+  double in = 10;
+  for (int i = 0; i < count; ++i) {
+    out += subtitleTag(i % 10, u' ', u'N', in, in + 3, fps);
+    out += u"Line one of subtitle " + numberText(i + 1) + u"\rand its second line\r\r";
+    in += 3 + gap;
+  }
+  return out;
+}
+
+struct BenchStation {
+  explicit BenchStation(int fps) : st(ui) {
+    st.doc = &docs;
+    st.s.g_fps = static_cast<int16_t>(fps);
+    installSubtitleChecks(st);
+    Session& s = st.s;
+    s.readingSpeedCheck = true;
+    s.readingSpeed = 14;
+    s.fastThreshold = 25;
+    s.slowThreshold = 10;
+    s.minOnAir1 = 1;
+    s.maxOnAir = 6;
+    s.minInterleave = 2;
+    s.maxCharsRow = 32;
+    s.inSituOffset = true;
+    doc = &docs.addDocument(std::make_unique<MemoryDocument>());
+  }
+  ScriptedUi ui;
+  MemoryDocumentService docs;
+  Station st;
+  MemoryDocument* doc;
+};
+
+template <class Command>
+void run(benchmark::State& state, int fps, double gap, Command command) {
+  const int n = static_cast<int>(state.range(0));
+  BenchStation b(fps);
+  const u16 text = generatedScript(n, fps, gap);
+  for (auto _ : state) {
+    state.PauseTiming();
+    b.doc->setText(text);
+    b.ui.boxes.clear();
+    state.ResumeTiming();
+    command(b);
+  }
+  if (!b.ui.boxes.empty()) state.SkipWithError("a rule check asked");
+  state.SetItemsProcessed(state.iterations() * n);
+}
+
+void ScanWithAllChecks(benchmark::State& state) {
+  run(state, 30, 1, [](BenchStation& b) { benchmark::DoNotOptimize(scanSubtitles(b.st, 0)); });
+}
+
+void OffsetInPlace(benchmark::State& state) {
+  run(state, 30, 1, [](BenchStation& b) {
+    b.ui.inputs = {u16(u"00:00:20:00")};
+    mnu_tex_off(b.st);
+  });
+}
+
+void PalToNtscInPlace(benchmark::State& state) {
+  run(state, 25, 1, [](BenchStation& b) { mnu_tex_PALtoNTSC(b.st); });
+}
+
+void NtscToPalInPlace(benchmark::State& state) {
+  run(state, 30, 1, [](BenchStation& b) { mnu_tex_NTSCtoPAL(b.st); });
+}
+
+// Every subtitle follows the previous one by exactly the minimum interleave,
+// so every one is repaired.
+void InterleaveRepair(benchmark::State& state) {
+  run(state, 30, 2.0 / 30, [](BenchStation& b) { mnu_sub_changeinterleave(b.st); });
+}
+
+}  // namespace
+
+BENCHMARK(ScanWithAllChecks)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond);
+BENCHMARK(OffsetInPlace)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond);
+BENCHMARK(PalToNtscInPlace)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond);
+BENCHMARK(NtscToPalInPlace)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond);
+BENCHMARK(InterleaveRepair)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond);
