@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "subtitling/parameters.h"
 #include "subtitling_fixture.h"
 
@@ -11,89 +13,61 @@ struct Parameters : ::testing::Test {
   void answer(const char16_t* a) { t.ui.inputs = {u16(a)}; }
 };
 
-TEST_F(Parameters, ReadingSpeedIsAskedWithItsValueAndShownInPanelThree) {
-  t.st.s.readingSpeed = 14;
-  answer(u"30");
-  mnu_tex_par_vel(t.st);
-  EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter reading speed (Characters per second, 1-30)");
-  EXPECT_EQ(t.st.s.readingSpeed, 30);
-  EXPECT_EQ(t.st.view.panel(3).text, u"30");
-  EXPECT_EQ(t.st.view.panel(3).toolTip, u"Reading speed = 30 characters per second.");
-  answer(u"30.5");
-  mnu_tex_par_vel(t.st);
-  EXPECT_EQ(t.st.s.readingSpeed, 12);
-  EXPECT_EQ(t.st.view.panel(3).text, u"12");
-  answer(u"9.5");
-  mnu_tex_par_vel(t.st);
-  answer(u"");
-  mnu_tex_par_vel(t.st);
-  answer(u"fast");
-  mnu_tex_par_vel(t.st);
+// Each parameter: what it accepts at its edges, what an answer out of range
+// or unreadable leaves, and that an empty answer keeps the value.
+TEST_F(Parameters, EachParameterKeepsItsRangeAndResetValue) {
+  using Get = std::function<double(const Session&)>;
+  struct Case {
+    void (*command)(Station&);
+    const char* prompt;
+    Get value;
+    const char16_t* typed;
+    double expected;
+  };
+  const Get speed = [](const Session& s) { return s.readingSpeed; };
+  const Get min1 = [](const Session& s) { return s.minOnAir1; };
+  const Get min2 = [](const Session& s) { return s.minOnAir2; };
+  const Get max = [](const Session& s) { return s.maxOnAir; };
+  const Get ilv = [](const Session& s) { return s.minInterleave; };
+  const Get fast = [](const Session& s) { return s.fastThreshold; };
+  const Get slow = [](const Session& s) { return s.slowThreshold; };
+  const Get seq = [](const Session& s) { return s.nextSeqNumber; };
+  const Case cases[] = {
+      {mnu_tex_par_vel, "Enter reading speed (Characters per second, 1-30)", speed, u"30", 30},
+      {mnu_tex_par_vel, nullptr, speed, u"", 30},
+      {mnu_tex_par_vel, nullptr, speed, u"quick", 30},
+      {mnu_tex_par_vel, nullptr, speed, u"30.5", 12},
+      {mnu_sub_par_min, "Enter minimun on-air duration of 1-line subtitles (in seconds)", min1, u"0", 0},
+      {mnu_sub_par_min, nullptr, min1, u"10.5", 1},
+      {mnu_sub_par_min2, "Enter minimun on-air duration of 2-line subtitles (in seconds)", min2, u"11", 2},
+      {mnu_sub_par_max, "Enter maximum on-air duration of subtitle (in seconds)", max, u"60", 60},
+      {mnu_sub_par_max, nullptr, max, u"0.5", 10},
+      {mnu_sub_par_ilv, "Enter minimum interleave between subtitles (frames)", ilv, u"30", 30},
+      {mnu_sub_par_ilv, nullptr, ilv, u"abc", 30},  // refused by the number field: the value stays
+      {mnu_sub_par_ilv, nullptr, ilv, u"31", 0},
+      {mnu_sub_par_fast, "Enter threshold for acceptable fast subtitle", fast, u"0", 10},
+      {mnu_sub_par_fast, nullptr, fast, u"100", 100},
+      {mnu_sub_par_fast, nullptr, fast, u"lots", 10},  // a refused number counts as bad here
+      {mnu_sub_par_slow, "Enter threshold for acceptable slow subtitle", slow, u"40", 40},
+      {mnu_sub_par_slow, nullptr, slow, u"some", 0},
+      {mnu_sub_par_slow, nullptr, slow, u"0", 0},
+      {mnu_sub_par_seq, "Enter next sequential number for subtitle", seq, u"200", 200},
+      {mnu_sub_par_seq, nullptr, seq, u"0", 1},
+  };
+  for (const auto& c : cases) {
+    answer(c.typed);
+    c.command(t.st);
+    EXPECT_EQ(c.value(t.st.s), c.expected) << toUtf8(c.typed);
+    if (c.prompt) EXPECT_EQ(t.ui.inputPrompts.back(), U(c.prompt));
+  }
+}
+
+TEST_F(Parameters, ReadingSpeedIsOfferedAndShownInPanelThree) {
+  t.st.s.readingSpeed = 9.5;
+  mnu_tex_par_vel(t.st);  // no answer queued: the offered value comes back
   EXPECT_EQ(t.st.s.readingSpeed, 9.5);
   EXPECT_EQ(t.st.view.panel(3).text, u"10");
-}
-
-TEST_F(Parameters, DurationsAcceptTheirRangesAndResetOutsideThem) {
-  answer(u"0");
-  mnu_sub_par_min(t.st);
-  EXPECT_EQ(t.st.s.minOnAir1, 0);
-  answer(u"10.5");
-  mnu_sub_par_min(t.st);
-  EXPECT_EQ(t.st.s.minOnAir1, 1);
-  answer(u"11");
-  mnu_sub_par_min2(t.st);
-  EXPECT_EQ(t.st.s.minOnAir2, 2);
-  answer(u"60");
-  mnu_sub_par_max(t.st);
-  EXPECT_EQ(t.st.s.maxOnAir, 60);
-  answer(u"0.5");
-  mnu_sub_par_max(t.st);
-  EXPECT_EQ(t.st.s.maxOnAir, 10);
-  EXPECT_EQ(t.ui.inputPrompts, (std::vector<u16>{
-                                   u"Enter minimun on-air duration of 1-line subtitles (in seconds)",
-                                   u"Enter minimun on-air duration of 1-line subtitles (in seconds)",
-                                   u"Enter minimun on-air duration of 2-line subtitles (in seconds)",
-                                   u"Enter maximum on-air duration of subtitle (in seconds)",
-                                   u"Enter maximum on-air duration of subtitle (in seconds)"}));
-}
-
-TEST_F(Parameters, InterleaveOfThirtyIsKeptAndThirtyOneResets) {
-  answer(u"30");
-  mnu_sub_par_ilv(t.st);
-  EXPECT_EQ(t.st.s.minInterleave, 30);
-  answer(u"abc");  // refused by the number field: the value stays
-  mnu_sub_par_ilv(t.st);
-  EXPECT_EQ(t.st.s.minInterleave, 30);
-  answer(u"31");
-  mnu_sub_par_ilv(t.st);
-  EXPECT_EQ(t.st.s.minInterleave, 0);
-  EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter minimum interleave between subtitles (frames)");
-}
-
-TEST_F(Parameters, ThresholdsResetOnAnUnreadableAnswer) {
-  answer(u"0");
-  mnu_sub_par_fast(t.st);
-  EXPECT_EQ(t.st.s.fastThreshold, 10);
-  answer(u"100");
-  mnu_sub_par_fast(t.st);
-  EXPECT_EQ(t.st.s.fastThreshold, 100);
-  answer(u"lots");
-  mnu_sub_par_fast(t.st);
-  EXPECT_EQ(t.st.s.fastThreshold, 10);
-
-  answer(u"40");
-  mnu_sub_par_slow(t.st);
-  EXPECT_EQ(t.st.s.slowThreshold, 40);
-  answer(u"0");
-  mnu_sub_par_slow(t.st);
-  EXPECT_EQ(t.st.s.slowThreshold, 0);
-  answer(u"40");
-  mnu_sub_par_slow(t.st);
-  answer(u"some");
-  mnu_sub_par_slow(t.st);
-  EXPECT_EQ(t.st.s.slowThreshold, 0);
-  EXPECT_EQ(t.ui.inputPrompts[0], u"Enter threshold for acceptable fast subtitle");
-  EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter threshold for acceptable slow subtitle");
+  EXPECT_EQ(t.st.view.panel(3).toolTip, u"Reading speed = 10 characters per second.");
 }
 
 TEST_F(Parameters, CharactersPerRowSetPanelFourAndTheOverlayFont) {
@@ -112,22 +86,6 @@ TEST_F(Parameters, CharactersPerRowSetPanelFourAndTheOverlayFont) {
     EXPECT_EQ(t.st.view.panel(4).toolTip, u16(u"Max chars per line = ") + c.panel);
   }
   EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter max number of displayable characters per row");
-}
-
-TEST_F(Parameters, SequenceNumberStartsAtOne) {
-  answer(u"200");
-  mnu_sub_par_seq(t.st);
-  EXPECT_EQ(t.st.s.nextSeqNumber, 200);
-  answer(u"0");
-  mnu_sub_par_seq(t.st);
-  EXPECT_EQ(t.st.s.nextSeqNumber, 1);
-  EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter next sequential number for subtitle");
-}
-
-TEST_F(Parameters, TheCurrentValueIsOffered) {
-  t.st.s.maxOnAir = 6.5;
-  mnu_sub_par_max(t.st);  // no answer queued: the offered value comes back
-  EXPECT_EQ(t.st.s.maxOnAir, 6.5);
 }
 
 TEST_F(Parameters, OptionItemsToggleTheirMarkAndFlag) {
