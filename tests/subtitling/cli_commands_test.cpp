@@ -45,6 +45,7 @@ TEST_F(SubtitlingCli, CheckReportsACueInInsideThePreviousSubtitle) {
   CliRun clean = run("check " + file("clean.txt", "SUB[0 N 00:00:01:00>00:00:03:00]\nFirst\n\n"));
   EXPECT_EQ(clean.exit, 0);
   EXPECT_TRUE(clean.err.empty()) << clean.err;
+  EXPECT_EQ(run("check " + file("untimed.txt", "Nothing timed yet\n")).exit, 0);
 }
 
 TEST_F(SubtitlingCli, CheckWithAnswerNoStopsAtTheFirstBox) {
