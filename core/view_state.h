@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/overlays.h"
 #include "core/text.h"
 
 namespace quillon {
@@ -45,6 +46,22 @@ struct SliderState {
   double min = 0;
   double max = 0;
   bool enabled = true;
+  bool visible = true;
+};
+
+// A form timer: while enabled it ticks every `interval` milliseconds,
+// counted from the moment it was enabled. Enabling a timer that is already
+// enabled does not restart its count. `due` is on the user-interface
+// seam's clock (seconds since midnight).
+struct TimerState {
+  int interval = 0;
+  bool enabled = false;
+  double due = 0;
+
+  void setEnabled(bool on, double now) {
+    if (on && !enabled) due = now + interval / 1000.0;
+    enabled = on;
+  }
 };
 
 struct ViewState {
@@ -56,9 +73,20 @@ struct ViewState {
   std::map<std::string, MenuItemState, std::less<>> menus;
   std::vector<ToolbarButtonState> toolbar;  // Toolbar1, buttons 1 to 11 at [0..10]
   bool toolbarEnabled = true;
+  bool toolbarVisible = true;
   SliderState slVideo;
   u16 caption;  // window caption
   bool visible = false;
+
+  // ---- Transport (transport/) ----
+  // Timer1 polls the position, Timer2 settles the pedal, Timer4 blinks the
+  // label of the time being edited.
+  TimerState Timer1{33, true}, Timer2{500, false}, Timer4{250, false};
+  // frmMain's size in twips (its Left and Top are overlays.mainLeft and
+  // overlays.mainTop); full screen changes it.
+  int mainWidth = 5505, mainHeight = 6330;
+  // The overlay windows and the dubbing text box.
+  OverlayState overlays;
 
   // Throws std::out_of_range for a name the menu table does not have.
   MenuItemState& menu(std::string_view name);
