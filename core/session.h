@@ -162,6 +162,16 @@ struct Session {
   CharacterList pickingList, rosterFormList;
   bool pickingFormVisible = false;
 
+  // ---- Simulation (simulation/) ----
+  // `jumpNextBlock`, `followInDocument` and `readingSpeedColor` are the
+  // settings jumpToNextBlock, followSimulation and colourFeedback above.
+  bool wysiwygOn = false;  // `mnu_WYS`; acts only when wysiwygCapable
+  double simEndPosition = 0;  // where the closing run-out of a simulation ends
+  // Per-frame subtitle table from frame 0: {record index or -1, frame}.
+  std::vector<std::array<double, 2>> frameTable;
+  long currentFrame = 0, currentFrameSubtitle = -1, loadedFrameSubtitle = -1;
+  bool fontChangePending = false;  // set by the font dialog: hand over once more
+
   // ---- Subtitle interchange formats (formats/) ----
   // Where the shared file dialog opens next: the folder of the last choice.
   std::string dialogInitDir;
