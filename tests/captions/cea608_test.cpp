@@ -101,14 +101,6 @@ TEST(Cea608, FirstByteRefusesOutOfRangeRows) {
   EXPECT_EQ(ui.lastBox().text, u"RANGE ERROR IN FIRSTBYTE");
 }
 
-TEST(Cea608, LittleEndianWords) {
-  EXPECT_EQ(word16LE(0x1234), std::string("\x34\x12", 2));
-  EXPECT_EQ(word16LE(9), std::string("\x09\x00", 2));
-  EXPECT_EQ(word16LE(0x12345), std::string("\x45\x23", 2));
-  EXPECT_EQ(word32LE(3), std::string("\x03\x00\x00\x00", 4));
-  EXPECT_EQ(word32LE(0x01020304), std::string("\x04\x03\x02\x01", 4));
-}
-
 TEST(Cea608, CaptionBytesGoThroughTheWindowsCodePage) {
   EXPECT_EQ(captionBytes(u16{20, 44, 221}), std::string("\x14\x2c\xdd", 3));
   EXPECT_EQ(captionBytes(u"\u0153\u0416"), std::string("\x9c?", 2));

@@ -126,19 +126,5 @@ TEST_F(UltExport, CancelWhileWritingLeavesAnEmptyFile) {
   EXPECT_EQ(form.commandProximoCaption, u"OK");
 }
 
-TEST(FormCCultModel, FieldsCarryTheirDefaultsAndChoices) {
-  FormCCult f;
-  EXPECT_EQ(f.title, u"Quillon: Conversion to .ULT Closed caption file format");
-  ASSERT_EQ(f.fields.size(), 10u);
-  EXPECT_EQ(f.field("DoubleCC")->label, u"Double CC");
-  EXPECT_EQ(f.field("VILine")->value, u"21");
-  EXPECT_EQ(f.field("VILine")->list.front(), u"14");
-  EXPECT_EQ(f.field("VILine")->list.size(), 8u);
-  EXPECT_EQ(f.field("DataService")->list.back(), u"CC4");
-  EXPECT_EQ(f.field("DataChannel")->value, u"65");
-  EXPECT_EQ(f.programInfo(), u"");
-  EXPECT_EQ(f.field("Nothing"), nullptr);
-}
-
 }  // namespace
 }  // namespace quillon

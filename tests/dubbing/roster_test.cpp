@@ -133,17 +133,6 @@ TEST_F(Roster, DeletingAsksFirstAndLeavesTheRosterSlots) {
   EXPECT_FALSE(st.s.pickingFormVisible);  // fewer than two names left
 }
 
-TEST_F(Roster, VoiceOptionsExcludeEachOther) {
-  formaPerOption2(st);
-  EXPECT_FALSE(st.s.dub_voz_on);
-  EXPECT_TRUE(st.view.menu("mnu_dub_opc_voz_off").checked);
-  EXPECT_FALSE(st.view.menu("mnu_dub_opc_voz_on").checked);
-  formaPerOption1(st);
-  EXPECT_TRUE(st.s.dub_voz_on);
-  EXPECT_TRUE(st.view.menu("mnu_dub_opc_voz_on").checked);
-  EXPECT_FALSE(st.view.menu("mnu_dub_opc_voz_off").checked);
-}
-
 TEST_F(Roster, SubtitleScanAddsNamesToBothLists) {
   ts.open(kScript);
   ASSERT_TRUE(scanSubtitles(st, 0));
