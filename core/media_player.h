@@ -2,6 +2,7 @@
 // seconds of the player's clock, 0 at the file's first frame.
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace quillon {
@@ -34,6 +35,13 @@ class MediaPlayer {
   // The embedded starting timecode of a QuickTime file in seconds at `fps`;
   // 0 when the file has none.
   virtual double quickTimeStartTimecode(const std::string& path, int fps) = 0;
+
+  // Position changes as the player shows them, one call per frame shown or
+  // seek landed. The listener runs on the player's own thread: the owner
+  // carries the value to its window thread before touching the session.
+  // Players without such reports keep the default and are polled instead.
+  using PositionListener = std::function<void(double seconds)>;
+  virtual void setPositionListener(PositionListener listener) { (void)listener; }
 };
 
 }  // namespace quillon

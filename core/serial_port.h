@@ -1,16 +1,84 @@
 // The serial-port seam of the foot pedal: a port by number, its modem status
-// lines read as events by the transport layer.
+// lines read as communications events by the transport layer.
+//
+// The pedal sends no data: each pedal is wired to one status line and a
+// change of that line is the whole message. The adapter watches the lines
+// on a thread of its own and queues one event per change; the window thread
+// takes them from the queue in its event pump, so the pedal logic runs on
+// the window thread like any key.
 #pragma once
 
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <utility>
+
 namespace quillon {
+
+// Event codes of the serial control (`CommEvent`), as the pedal logic tests them.
+enum class CommEvent : int16_t {
+  comEvSend = 1,
+  comEvReceive = 2,
+  comEvCTS = 3,  // forward pedal
+  comEvDSR = 4,  // middle pedal
+  comEvCD = 5,   // rewind pedal
+  comEvRing = 6,
+};
+
+// A thread-safe queue of events, oldest first. The notifier runs on the
+// pushing thread after each push, so the owner can wake its window thread.
+class CommEventQueue {
+ public:
+  void push(CommEvent ev) {
+    std::function<void()> notify;
+    {
+      std::lock_guard lock(mutex_);
+      events_.push_back(ev);
+      notify = notify_;
+    }
+    if (notify) notify();
+  }
+  bool pop(CommEvent& ev) {
+    std::lock_guard lock(mutex_);
+    if (events_.empty()) return false;
+    ev = events_.front();
+    events_.pop_front();
+    return true;
+  }
+  void clear() {
+    std::lock_guard lock(mutex_);
+    events_.clear();
+  }
+  void setNotifier(std::function<void()> notify) {
+    std::lock_guard lock(mutex_);
+    notify_ = std::move(notify);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::deque<CommEvent> events_;
+  std::function<void()> notify_;
+};
 
 class SerialPort {
  public:
   virtual ~SerialPort() = default;
-  // Opens COM`port` (1 to 4); false when the device is missing or busy.
+  // Opens COM`port` (1 to 4); false when the device is missing or busy, and
+  // false when a port is already open, whichever it is.
   virtual bool open(int port) = 0;
   virtual void close() = 0;
   virtual bool isOpen() const = 0;
+
+  // Takes the oldest status-line event not yet taken; false when none
+  // waits. Called from the window thread.
+  virtual bool takeEvent(CommEvent& ev) {
+    (void)ev;
+    return false;
+  }
+  // Called on the adapter's thread whenever an event has been queued, so
+  // the owner can post a wake-up to its window thread.
+  virtual void setEventNotifier(std::function<void()> notify) { (void)notify; }
 };
 
 }  // namespace quillon

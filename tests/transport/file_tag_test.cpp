@@ -1,0 +1,103 @@
+#include "transport/file_tag.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "core/session.h"
+#include "core/timecode.h"
+#include "core/view_state.h"
+#include "support/station_fixture.h"
+
+namespace quillon {
+namespace {
+
+std::string videoWithTail(const std::string& name, const std::string& tail, size_t body = 4096) {
+  std::string path = testing::tempDir("file_tag") + "/" + name;
+  std::ofstream out(path, std::ios::binary);
+  std::string data(body, '\0');
+  for (size_t i = 0; i < body; ++i) data[i] = static_cast<char>('A' + i % 26);
+  out << data << tail;
+  return path;
+}
+
+TEST(FileTag, WrittenFieldAtTheEndGivesTheTag) {
+  auto tag = readFileTag(videoWithTail("written.avi", "\"P01000000010000500\"\r\n"));
+  ASSERT_TRUE(tag);
+  EXPECT_EQ(*tag, u"P01000000010000500");
+}
+
+TEST(FileTag, ReadingStartsTwentyBytesBeforeTheEnd) {
+  // A bare tag and line end is one byte short of the start: a blank there is
+  // skipped, anything else becomes the tag's first character.
+  EXPECT_EQ(*readFileTag(videoWithTail("blank.avi", " C01000000010000500\r\n")), u"C01000000010000500");
+  EXPECT_EQ(*readFileTag(videoWithTail("shifted.avi", "XC01000000010000500\r\n")), u"XC0100000001000050");
+  // Without a line end the field runs to the end of the file.
+  EXPECT_EQ(*readFileTag(videoWithTail("noeol.avi", "ABCP01000000010000500")), u"ABCP01000000010000");
+}
+
+// The last 21 bytes of a file, where the read begins.
+std::string lastBytes(const std::string& tail) {
+  EXPECT_EQ(tail.size(), 21u);
+  return tail;
+}
+
+TEST(FileTag, FieldEndsAtCommaOrLineEndOrClosingQuote) {
+  EXPECT_EQ(*readFileTag(videoWithTail("comma.avi", lastBytes("P010000,00010000500\r\n"))), u"P010000");
+  EXPECT_EQ(*readFileTag(videoWithTail("lf.avi", lastBytes("  P010000 \n00100005\r\n"))), u"P010000");
+  EXPECT_EQ(*readFileTag(videoWithTail("quoted.avi", lastBytes(" \"P01, 00 \"00105000\r\n"))), u"P01, 00 ");
+  EXPECT_EQ(*readFileTag(videoWithTail("open.avi", lastBytes("\"P0100000001000,\r\nxxx"))), u"P0100000001000,\r\nx");
+  EXPECT_EQ(*readFileTag(videoWithTail("eol.avi", lastBytes("\r\nP0100000001000050XY"))), u"");
+}
+
+TEST(FileTag, ShortOrMissingFileGivesNoTag) {
+  EXPECT_EQ(*readFileTag(videoWithTail("short.avi", "", 20)), u"");
+  EXPECT_EQ(*readFileTag(videoWithTail("just.avi", "", 21)), u"ABCDEFGHIJKLMNOPQR");
+  EXPECT_FALSE(readFileTag(testing::tempDir("file_tag_missing") + "/none.avi"));
+}
+
+TEST(FileTag, FirstCharacterSetsTheStandard) {
+  EXPECT_EQ(fileTagFps(u"C0"), 24);
+  EXPECT_EQ(fileTagFps(u"P0"), 25);
+  EXPECT_EQ(fileTagFps(u"p0"), 30);
+  EXPECT_EQ(fileTagFps(u"N0"), 30);
+  EXPECT_EQ(fileTagFps(u""), 30);
+}
+
+TEST(FileTag, TagSetsRateWindowAndCheckMarks) {
+  Session s;
+  ViewState view;
+  s.g_fps = 30;
+  s.videoDuration = 10;
+  view.menu("mnu_NTSC").checked = true;
+  const u16 tag = u"P01000000010001012";
+  applyFileTag(s, view, tag);
+  EXPECT_EQ(s.g_fps, 25);
+  EXPECT_EQ(s.TCInitial, u"10:00:00:00");
+  EXPECT_EQ(s.TCFinal, u"10:00:10:12");
+  EXPECT_EQ(s.TCBase, TCaFRAMES(u"10:00:00:00", 30));  // the rate standing before the tag
+  EXPECT_TRUE(view.menu("mnu_PAL").checked);
+  EXPECT_FALSE(view.menu("mnu_NTSC").checked);
+  EXPECT_FALSE(view.menu("mnu_CINE").checked);
+
+  setVideoTimecodeWindow(s, view, mid(tag, 3, 16));
+  EXPECT_DOUBLE_EQ(s.tcStart, 36000);
+  EXPECT_DOUBLE_EQ(s.tcEnd, 36010 + 12.0 / 25);
+  EXPECT_EQ(view.LabCom.caption, u"10:00:00:00");
+}
+
+TEST(FileTag, EmptyTagFallsBackToThirtyAndTheWholeVideo) {
+  Session s;
+  ViewState view;
+  s.g_fps = 25;
+  s.videoDuration = 10;
+  applyFileTag(s, view, u"");
+  EXPECT_EQ(s.g_fps, 30);
+  EXPECT_TRUE(view.menu("mnu_NTSC").checked);
+  setVideoTimecodeWindow(s, view, u"");
+  EXPECT_EQ(s.tcStart, 0);
+  EXPECT_EQ(s.tcEnd, 10);
+}
+
+}  // namespace
+}  // namespace quillon
