@@ -162,6 +162,18 @@ struct Session {
   CharacterList pickingList, rosterFormList;
   bool pickingFormVisible = false;
 
+  // ---- Transport (transport/) ----
+  // Set by a frame step so that the slider's own move that follows it does
+  // not seek to whole seconds.
+  bool frameStepFlag = false;
+  // Position markers 1 to 12 in player seconds; 0 is unset. Index 0 unused.
+  std::array<double, 13> markers{};
+  // The last dubbing block marked with the space bar, timecode seconds;
+  // `mnu_iraultblo` and Ctrl+Space go back to its start.
+  double lastCueIn = 0, lastCueOut = 0;
+  // Names prefilled for the QC transcoder dialog by the video opening.
+  u16 qcInputName, qcOutputName;
+
   // ---- Simulation (simulation/) ----
   // `jumpNextBlock`, `followInDocument` and `readingSpeedColor` are the
   // settings jumpToNextBlock, followSimulation and colourFeedback above.

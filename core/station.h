@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include "core/session.h"
 #include "core/ui.h"
@@ -49,6 +50,15 @@ struct Station {
   std::function<void(Station&)> endProgram;
   // `resumevideo`: the video plays on after a dubbing block is tagged.
   std::function<void(Station&)> resumeVideo;
+  // `pausevideo` (toolbar and menu labels follow), `videostart` and
+  // `videostop` (run and pause alone), for the loops below transport.
+  std::function<void(Station&)> pauseVideo;
+  std::function<void(Station&)> videoStart;
+  std::function<void(Station&)> videoStop;
+  // The click of a menu item whose command lives above transport (the
+  // exports, the simulation options); installed by the window that owns
+  // the menus. Keys that stand for such a click call it by the item's name.
+  std::function<void(Station&, std::string_view item)> clickMenu;
 
   int fps() const { return s.g_fps; }
 };

@@ -84,6 +84,9 @@ void installTransport(Station& st) {
   st.trackCommand = applyTrack;
   st.ira = ira;
   st.resumeVideo = resumevideo;
+  st.pauseVideo = pausevideo;
+  st.videoStart = videostart;
+  st.videoStop = videostop;
 }
 
 void timer1Tick(Station& st) {
