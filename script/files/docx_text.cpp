@@ -177,7 +177,7 @@ void collectParagraphs(pugi::xml_node container, const WordNames& w, std::vector
     if (c.type() != pugi::node_element) continue;
     if (sameName(c, w.p)) {
       out.push_back(c);
-    } else if (sameName(c, w.sectPr) || sameName(c, w.del) || sameName(c, w.moveFrom) ||
+    } else if (std::strstr(c.name(), ":Fallback") || sameName(c, w.sectPr) || sameName(c, w.del) || sameName(c, w.moveFrom) ||
                isWord(c, w, "tblPr") || isWord(c, w, "tblGrid") || isWord(c, w, "trPr") || isWord(c, w, "tcPr") ||
                isWord(c, w, "sdtPr") || isWord(c, w, "sdtEndPr")) {
       continue;

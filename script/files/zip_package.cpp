@@ -8,19 +8,22 @@ namespace quillon::docfiles {
 
 namespace {
 
-std::string zipProblem(int code) {
+// What went wrong, in words; `entry` names the damaged entry when known.
+std::string zipProblem(int code, const std::string& entry = {}) {
+  std::string at = entry.empty() ? std::string() : " at " + entry;
   switch (code) {
     case ZIP_ER_NOZIP: return "not a zip archive";
     case ZIP_ER_INCONS: return "the zip archive is inconsistent (damaged or truncated)";
-    case ZIP_ER_CRC: return "the zip archive is damaged (checksum error)";
-    case ZIP_ER_COMPNOTSUPP: return "the zip archive uses an unsupported compression method";
+    case ZIP_ER_CRC: return "the zip archive is damaged" + at + " (checksum error)";
+    case ZIP_ER_ZLIB: return "the zip archive is damaged" + at + " (bad compressed data)";
+    case ZIP_ER_COMPNOTSUPP: return "the zip archive uses an unsupported compression method" + at;
     case ZIP_ER_ENCRNOTSUPP:
     case ZIP_ER_NOPASSWD: return "the zip archive is encrypted";
     case ZIP_ER_MEMORY: return "not enough memory to read the zip archive";
     default: {
       zip_error_t e;
       zip_error_init_with_code(&e, code);
-      std::string s = std::string("the zip archive is damaged (") + zip_error_strerror(&e) + ")";
+      std::string s = "the zip archive is damaged" + at + " (" + zip_error_strerror(&e) + ")";
       zip_error_fini(&e);
       return s;
     }
@@ -116,7 +119,7 @@ bool ZipPackage::read(std::string_view bytes, std::string& problem, const ZipLim
     if (find(name)) continue;                            // a duplicate name: the first wins
     zip_file_t* f = zip_fopen_index(raw, static_cast<zip_uint64_t>(i), 0);
     if (!f) {
-      problem = zipProblem(zip_error_code_zip(zip_get_error(raw))) + " at " + name;
+      problem = zipProblem(zip_error_code_zip(zip_get_error(raw)), name);
       return false;
     }
     ZipEntry e{name, {}, st.comp_method == ZIP_CM_STORE};
@@ -124,14 +127,14 @@ bool ZipPackage::read(std::string_view bytes, std::string& problem, const ZipLim
     for (;;) {
       zip_int64_t n = zip_fread(f, buf.data(), buf.size());
       if (n < 0) {
-        problem = zipProblem(zip_error_code_zip(zip_file_get_error(f))) + " at " + name;
+        problem = zipProblem(zip_error_code_zip(zip_file_get_error(f)), name);
         zip_fclose(f);
         return false;
       }
       if (n == 0) break;
       // The directory's size is checked, but never trusted beyond it.
       if (e.data.size() + static_cast<size_t>(n) > st.size) {
-        problem = "the entry " + name + " is larger than the archive says (a zip bomb?)";
+        problem = "the entry " + name + " is larger than the archive says (damaged, or a zip bomb)";
         zip_fclose(f);
         return false;
       }

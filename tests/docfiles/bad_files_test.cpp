@@ -124,3 +124,50 @@ TEST(BadFiles, ADocxWithoutRelationshipsOrStylesStillOpens) {
 
 }  // namespace
 }  // namespace quillon::testing
+
+namespace quillon::testing {
+namespace {
+
+// Damage anywhere in a file gives a message or a document, never a crash.
+TEST(BadFiles, DamageAnywhereIsSurvived) {
+  MemoryDocument d;
+  d.setText(u"SUB[0 N 00:00:01:00>00:00:02:00]\rSome text\r\rMore\r");
+  d.setItalic({34, 38}, true);
+  d.customProperties.emplace_back(u"OPT", u"Title");
+  for (bool odt : {false, true}) {
+    std::string bytes, problem;
+    ASSERT_TRUE(odt ? docfiles::buildOdt(d, bytes, problem) : docfiles::buildDocx(d, bytes, problem)) << problem;
+    int loaded = 0, refused = 0;
+    for (size_t at = 0; at < bytes.size(); at += 7) {
+      std::string damaged = bytes;
+      damaged[at] = static_cast<char>(damaged[at] ^ 0x5A);
+      auto doc = odt ? docfiles::loadOdt(damaged, problem) : docfiles::loadDocx(damaged, problem);
+      if (doc) {
+        ++loaded;
+      } else {
+        ++refused;
+        EXPECT_FALSE(problem.empty());
+      }
+    }
+    EXPECT_GT(refused, 0);
+    (void)loaded;
+  }
+}
+
+TEST(BadFiles, ADocxSavedAsOdtKeepsTextItalicsAndProperties) {
+  auto docx = docxPackage("<w:p><w:r><w:t xml:space=\"preserve\">Hello </w:t></w:r><w:r><w:rPr><w:i/></w:rPr>"
+                          "<w:t>world</w:t></w:r></w:p>");
+  std::string problem;
+  auto doc = docfiles::loadDocx(docx, problem);
+  ASSERT_TRUE(doc) << problem;
+  doc->customProperties.emplace_back(u"TN", u"Name");
+  std::string odt;
+  ASSERT_TRUE(docfiles::buildOdt(*doc, odt, problem)) << problem;
+  auto back = docfiles::loadOdt(odt, problem);
+  ASSERT_TRUE(back) << problem;
+  EXPECT_EQ(marked(*back), u"Hello <i>world</i>\n");
+  EXPECT_EQ(back->customProperties, doc->customProperties);
+}
+
+}  // namespace
+}  // namespace quillon::testing
