@@ -13,7 +13,6 @@
 #include <thread>
 #include <vector>
 
-#include "core/scripted_serial_port.h"
 #include "support/station_fixture.h"
 #include "transport/serial/modem_watcher.h"
 #include "transport/serial/posix_serial_port.h"
@@ -257,22 +256,6 @@ TEST(PosixSerialPort, PseudoTerminalWithoutModemLinesStaysQuietAndCloses) {
   port.close();
   EXPECT_FALSE(port.isOpen());
   unsetenv("QUILLON_COM4");
-}
-
-TEST(ScriptedSerialPort, BehavesAsAMachineWithTheGivenPorts) {
-  ScriptedSerialPort port;
-  port.presentPorts = {2};
-  EXPECT_FALSE(port.open(1));
-  EXPECT_TRUE(port.open(2));
-  EXPECT_FALSE(port.open(2));
-  port.lineChange(CD);
-  CommEvent ev;
-  ASSERT_TRUE(port.takeEvent(ev));
-  EXPECT_EQ(ev, CD);
-  port.close();
-  port.lineChange(CTS);
-  EXPECT_FALSE(port.takeEvent(ev));
-  EXPECT_EQ(port.openAttempts, std::vector<int>({1, 2, 2}));
 }
 
 }  // namespace

@@ -56,14 +56,6 @@ TEST(FileTag, ShortOrMissingFileGivesNoTag) {
   EXPECT_FALSE(readFileTag(testing::tempDir("file_tag_missing") + "/none.avi"));
 }
 
-TEST(FileTag, FirstCharacterSetsTheStandard) {
-  EXPECT_EQ(fileTagFps(u"C0"), 24);
-  EXPECT_EQ(fileTagFps(u"P0"), 25);
-  EXPECT_EQ(fileTagFps(u"p0"), 30);
-  EXPECT_EQ(fileTagFps(u"N0"), 30);
-  EXPECT_EQ(fileTagFps(u""), 30);
-}
-
 TEST(FileTag, TagSetsRateWindowAndCheckMarks) {
   Session s;
   ViewState view;
@@ -91,6 +83,11 @@ TEST(FileTag, EmptyTagFallsBackToThirtyAndTheWholeVideo) {
   ViewState view;
   s.g_fps = 25;
   s.videoDuration = 10;
+  applyFileTag(s, view, u"p0");  // the standard letter is case sensitive
+  EXPECT_EQ(s.g_fps, 30);
+  applyFileTag(s, view, u"C0");
+  EXPECT_EQ(s.g_fps, 24);
+  EXPECT_TRUE(view.menu("mnu_CINE").checked);
   applyFileTag(s, view, u"");
   EXPECT_EQ(s.g_fps, 30);
   EXPECT_TRUE(view.menu("mnu_NTSC").checked);

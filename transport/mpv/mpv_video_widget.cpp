@@ -31,10 +31,16 @@ MpvVideoWidget::MpvVideoWidget(MpvPlayer& player, QWidget* parent) : QOpenGLWidg
       setVisible(visible);
     });
   });
-  player.setBeforeDestroy([this] { freeRenderContext(); });
+  // The player going first takes the render context with it, and the
+  // widget then draws nothing.
+  player.setBeforeDestroy([this] {
+    freeRenderContext();
+    player_ = nullptr;
+  });
 }
 
 MpvVideoWidget::~MpvVideoWidget() {
+  disconnect(contextGone_);
   freeRenderContext();
   if (player_) {
     player_->setWindowHandler(nullptr);
@@ -43,7 +49,7 @@ MpvVideoWidget::~MpvVideoWidget() {
 }
 
 void MpvVideoWidget::initializeGL() {
-  if (render_ || !player_->handle()) return;
+  if (render_ || !player_ || !player_->handle()) return;
   mpv_opengl_init_params gl{procAddress, nullptr};
   int advanced = 0;
   mpv_render_param params[] = {
@@ -57,7 +63,7 @@ void MpvVideoWidget::initializeGL() {
     return;
   }
   mpv_render_context_set_update_callback(render_, onUpdate, this);
-  connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { freeRenderContext(); });
+  contextGone_ = connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { freeRenderContext(); });
 }
 
 void MpvVideoWidget::paintGL() {

@@ -30,6 +30,7 @@ class MpvVideoWidget : public QOpenGLWidget {
 
   MpvPlayer* player_;
   mpv_render_context* render_ = nullptr;
+  QMetaObject::Connection contextGone_;
 };
 
 }  // namespace quillon
