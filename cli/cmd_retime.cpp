@@ -36,7 +36,11 @@ int runRetime(Invocation& inv) {
   } else {
     mnu_tex_NTSCtoPAL(st);
   }
-  if (inv.ui.answeredNo || st.s.scan.subtitleCount <= 0) return kExitStopped;
+  if (inv.ui.answeredNo) return kExitStopped;
+  if (st.s.scan.subtitleCount <= 0) {
+    if (inv.ui.boxesShown == 0) inv.err << "quillon-cli: no timing tags to move in " << inv.args[0] << '\n';
+    return kExitStopped;
+  }
   if (!saveDocumentFile(*inv.docs.active(), out, error)) return inv.fail(error);
   return inv.exitFor(true);
 }
