@@ -1,0 +1,59 @@
+#include "simulation/sim_frame.h"
+
+#include "core/media_player.h"
+#include "core/timecode.h"
+
+namespace quillon {
+
+MainWindowLock lockMainWindow(Station& st) {
+  MainWindowLock lock;
+  ViewState& v = st.view;
+  lock.sliderVisible = v.slVideo.visible;
+  lock.toolbarVisible = v.toolbarVisible;
+  v.slVideo.visible = false;
+  v.toolbarVisible = false;
+  for (size_t m = 0; m < lock.kMenus.size(); ++m) {
+    MenuItemState& item = v.menu(lock.kMenus[m]);
+    lock.menuEnabled[m] = item.enabled;
+    item.enabled = false;
+  }
+  return lock;
+}
+
+void unlockMainWindow(Station& st, const MainWindowLock& lock) {
+  ViewState& v = st.view;
+  v.slVideo.visible = lock.sliderVisible;
+  v.toolbarVisible = lock.toolbarVisible;
+  for (size_t m = 0; m < lock.kMenus.size(); ++m) v.menu(lock.kMenus[m]).enabled = lock.menuEnabled[m];
+  v.overlays.focus = "slVideo";
+  st.ui.setPointer(Pointer::Default);
+}
+
+bool videoEnded(const Session& s) {
+  return s.g_dblPosActual >= s.videoDuration || (!s.g_fVideoRun && s.g_dblPosActual >= s.videoDuration - 0.01);
+}
+
+void waitForPosition(Station& st, double until, bool inclusive) {
+  Session& s = st.s;
+  while (s.g_fsim && !videoEnded(s)) {
+    const double now = transformadaTCactual(s);
+    if (inclusive ? now > until : now >= until) break;
+    st.ui.pumpEvents();
+  }
+}
+
+void normalSpeed(Station& st) {
+  if (!st.s.wysiwygCapable && st.player) st.player->setRate(1.0);
+  st.view.menu("mnu_vid_vel_slo").checked = false;
+  if (st.s.g_fVideoRun) st.s.g_fVideoRun = false;
+}
+
+void runOut(Station& st) {
+  Session& s = st.s;
+  s.simEndPosition = s.g_dblPosActual + 0.1;
+  // A paused video would never get there.
+  while (s.g_fVideoRun && s.g_dblPosActual < s.videoDuration && s.g_dblPosActual < s.simEndPosition)
+    st.ui.pumpEvents();
+}
+
+}  // namespace quillon

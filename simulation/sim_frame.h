@@ -1,0 +1,40 @@
+// What both simulation engines share: taking over the main window and
+// giving it back, the end-of-video test of their wait loops, and the
+// pumped waits themselves.
+#pragma once
+
+#include <array>
+
+#include "core/station.h"
+
+namespace quillon {
+
+// The main window as a simulation found it, to be given back on every way out.
+struct MainWindowLock {
+  static constexpr std::array<const char*, 7> kMenus = {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub",
+                                                        "mnu_cc",   "mnu_herr",     "mnu_hlp"};
+  std::array<bool, kMenus.size()> menuEnabled{};
+  bool sliderVisible = true, toolbarVisible = true;
+};
+
+// Hides slVideo and Toolbar1 and disables the top menus, so that nothing
+// but the simulation's own keys can act while it runs.
+MainWindowLock lockMainWindow(Station& st);
+// Brings them back, gives slVideo the focus and the pointer its normal shape.
+void unlockMainWindow(Station& st, const MainWindowLock& lock);
+
+// The video has come to its end: the position reached the duration, or the
+// main timer stopped the video in its last 10 ms, after which the position
+// is not read again and would otherwise never reach the duration.
+bool videoEnded(const Session& s);
+
+// Pumps while the video position is below `until` (or not above it, with
+// `inclusive`), the video has not ended and the simulation runs.
+void waitForPosition(Station& st, double until, bool inclusive);
+
+// Common start: normal speed, the video flag cleared.
+void normalSpeed(Station& st);
+// The closing run-out: the video runs on for a tenth of a second.
+void runOut(Station& st);
+
+}  // namespace quillon

@@ -1,0 +1,217 @@
+#include "simulation/simulate_blocks.h"
+
+#include <cmath>
+
+#include "core/timecode.h"
+#include "script/document_ops.h"
+#include "simulation/frame_table.h"
+#include "simulation/overlay_windows.h"
+#include "simulation/reading_speed_color.h"
+#include "simulation/sim_frame.h"
+#include "transport/video_commands.h"
+
+namespace quillon {
+
+namespace {
+
+// Until the transport offers its way back from full screen, the flag alone.
+void leaveFullScreenMode(Station& st) { st.s.fullscreenmode = 0; }
+
+constexpr uint32_t kWhite = 0xFFFFFF;
+
+void showSubtitleOverlay(Station& st) {
+  st.view.overlays.FormaSub.Visible = true;
+  st.view.overlays.focus = "FormaSub";
+}
+
+void hideSubtitleOverlay(Station& st) {
+  st.view.overlays.FormaSub.Visible = false;
+  if (st.view.overlays.focus == "FormaSub") st.view.overlays.focus = "Text1";
+}
+
+// Lays one subtitle out on the overlay as the audience will see it.
+void layOutSubtitle(Station& st, int i) {
+  const Session& s = st.s;
+  const ScanTable& t = s.scan;
+  FormaSubState& f = st.view.overlays.FormaSub;
+  applySubtitleStyle(f.Line1, f.Line2, t.styleChar[i]);
+  const char16_t align = t.alignChar[i];
+  const int alignment = align == u'L' ? kAlignLeft : align == u'R' ? kAlignRight : kAlignCentre;
+  f.Line1.alignment = f.Line2.alignment = alignment;
+  const u16& text = t.text[i];
+  const long len = static_cast<long>(text.size());
+  const uint32_t colour = s.colourFeedback ? readingSpeedColor(s.readingSpeed, t.cueIn[i], t.cueOut[i], len) : kWhite;
+  f.Line1.foreColor = f.Line2.foreColor = colour;
+
+  // A text shorter than its two trailing CRs cannot be cut; it shows as one line.
+  const bool cutFails = len < 2;
+  const long p = cutFails ? 0 : instr(left(text, len - 2), u"\r");
+  f.Left = st.view.overlays.mainLeft + 60;
+  const char16_t digit = t.posDigit[i];
+  // A position that is no digit leaves the window where it was.
+  const bool placeable = digit >= u'0' && digit <= u'9';
+  const int top = st.view.overlays.mainTop + 4000 - (digit - u'0') * 350;
+  if (p > 1 && !cutFails) {
+    f.Line1.caption = left(text, p);
+    f.Line2.caption = right(text, len - p);
+    if (placeable) {
+      f.Height = 700;
+      f.Top = top;
+    }
+  } else {
+    f.Line1.caption = text;
+    f.Line2.caption.clear();
+    if (placeable) {
+      f.Height = 350;
+      f.Top = top + 250;
+    }
+  }
+  showSubtitleOverlay(st);
+}
+
+// Shows subtitle i from its cue-in to its cue-out. False when the
+// simulation was stopped before the cue-in.
+bool playSubtitle(Station& st, int i) {
+  Session& s = st.s;
+  const ScanTable& t = s.scan;
+  StatusPanelState& panel = st.view.panel(3);
+  FormaSubState& f = st.view.overlays.FormaSub;
+  panel.text = u"Subtitle";
+  if (s.wysiwygOn) {
+    // The main timer draws; this loop only keeps time.
+    waitForPosition(st, t.cueOut[i], true);
+    return true;
+  }
+  waitForPosition(st, t.cueIn[i], false);
+  panel.enabled = true;
+  if (!s.g_fsim) return false;
+  layOutSubtitle(st, i);
+  waitForPosition(st, t.cueOut[i], true);
+  panel.enabled = false;
+  hideSubtitleOverlay(st);
+  f.Line1.caption.clear();
+  f.Line2.caption.clear();
+  return true;
+}
+
+// Sweeps a dubbing block's highlight through Text1 in step with the video,
+// so that the actor sees the pace. False when stopped before the cue-in.
+bool playDubbingBlock(Station& st, int i) {
+  Session& s = st.s;
+  const ScanTable& t = s.scan;
+  StatusPanelState& panel = st.view.panel(3);
+  Text1State& box = st.view.overlays.Text1;
+  if (t.cueIn[i] + 0.2 < transformadaTCactual(s) && s.jumpToNextBlock)
+    ira(st, transformadainversa(s, t.cueIn[i] - 1.0));
+  const long voice = std::lrint(t.voiceIndex[i]);
+  panel.text = voice >= 0 && voice < static_cast<long>(s.roster.voces.size()) ? s.roster.voces[static_cast<size_t>(voice)] : u16();
+  if (s.followSimulation) findFromTop(st, SEGaTC(t.cueIn[i], st.fps()));
+  box.Text = t.text[i];
+  box.SelStart = 0;
+  box.SelLength = 0;
+  waitForPosition(st, t.cueIn[i], false);
+  panel.enabled = true;
+  if (!s.g_fsim) return false;
+  const double len = static_cast<double>(box.Text.size());
+  const double span = t.cueOut[i] - t.cueIn[i];
+  while (s.g_fsim && !videoEnded(s)) {
+    const double now = transformadaTCactual(s);
+    if (now > t.cueOut[i]) break;
+    // A block with no length, or a position before its cue-in after a seek,
+    // gives no valid selection; the last one stays.
+    if (span != 0) {
+      const double sel = std::trunc(len * (now - t.cueIn[i]) / span);
+      if (sel >= 0) box.SelLength = static_cast<int>(std::min(sel, len));
+    }
+    st.ui.pumpEvents();
+  }
+  panel.enabled = false;
+  panel.text.clear();
+  box.Text.clear();
+  return true;
+}
+
+}  // namespace
+
+void simulateBlocks(Station& st, int mode, WysiwygRenderer* renderer) {
+  Session& s = st.s;
+  ViewState& v = st.view;
+  OverlayState& ov = v.overlays;
+  const ScanTable& t = s.scan;
+  StatusPanelState& panel = v.panel(3);
+
+  normalSpeed(st);
+  const MainWindowLock lock = lockMainWindow(st);
+  st.ui.setPointer(Pointer::Hourglass);
+  if (s.wysiwygOn) {
+    panel.text = u"Preparing...";
+    if (renderer) renderer->setupFont(st);
+    panel.text = u"Rendering...";
+    if (renderer) renderer->generateFrames(st);
+    panel.text = u"Loading...";
+    cleanSubtitlesArray(s);
+    fillSubtitlesArray(s);
+    panel.text = u"Simulating...";
+  }
+  s.g_fsim = true;
+  ov.Text1.Left = 0;
+  ov.Text1.Visible = true;
+  ov.Text1.Alignment = kAlignCentre;
+  ov.focus = "Text1";
+  panel.text = u"Simulating...";
+  ov.FormaSub.Line1.foreColor = ov.FormaSub.Line2.foreColor = kWhite;
+  st.ui.setPointer(Pointer::Default);
+
+  const int count = t.count();
+  const bool started = s.g_fsim && count > 0;
+  if (started) {
+    ov.FormaSub.Line1.caption.clear();
+    ov.FormaSub.Line2.caption.clear();
+    if (mode == 0) ira(st, 0);
+    else if (mode == 1) ira(st, transformadainversa(s, t.cueIn[1] - 2.0));
+    panel.enabled = false;
+    videostart(st);
+    if (st.doc) st.doc->selectAll();
+
+    int i = 1;
+    // From the current timecode: the first entry at least half a second ahead.
+    if (mode == 2)
+      while (i <= count && t.cueIn[i] - 0.5 < transformadaTCactual(s)) ++i;
+
+    for (; i <= count; ++i) {
+      if (t.text[i].empty() || !s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;
+      // A gap of over ten seconds is jumped, leaving two seconds of run-in.
+      if (s.g_dblPosActual + s.tcStart + 10.0 < t.cueIn[i] && s.jumpToNextBlock)
+        ira(st, transformadainversa(s, t.cueIn[i] - 2.0));
+      if (s.followSimulation) findCueIn(st, SEGaTC(t.cueIn[i], st.fps()));
+      const bool goOn = t.isSubtitle[i] ? playSubtitle(st, i) : playDubbingBlock(st, i);
+      if (!goOn) break;
+    }
+
+    hideSubtitleOverlay(st);
+    runOut(st);
+    if (s.wysiwygCapable && s.wysiwygOn && renderer) renderer->showSubtitle(0);
+    videostop(st);
+  }
+
+  s.g_fsim = false;
+  if (s.fullscreenmode) leaveFullScreenMode(st);
+  ov.Text1.Text.clear();
+  ov.Text1.SelStart = ov.Text1.SelLength = 0;
+  ov.Text1.Alignment = kAlignLeft;
+  ov.Text1.Left = -1000;
+  ov.Text1.Visible = false;
+  panel.text.clear();
+  panel.enabled = true;
+  FormaSubState& f = ov.FormaSub;
+  for (OverlayLine* l : {&f.Line1, &f.Line2}) {
+    l->italic = false;
+    l->foreColor = kWhite;
+    l->caption.clear();
+  }
+  f.Height = 700;
+  hideSubtitleOverlay(st);
+  unlockMainWindow(st, lock);
+}
+
+}  // namespace quillon

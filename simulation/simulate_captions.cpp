@@ -1,0 +1,128 @@
+#include <cmath>
+
+#include "captions/caption_checks.h"
+#include "captions/caption_layout.h"
+#include "core/timecode.h"
+#include "script/document_ops.h"
+#include "simulation/overlay_windows.h"
+#include "simulation/sim_frame.h"
+#include "simulation/simulate_blocks.h"
+#include "transport/video_commands.h"
+
+namespace quillon {
+
+namespace {
+
+void clearRows(FormaCCState& f) {
+  for (int r = 1; r <= 4; ++r) f.labline(r).caption.clear();
+}
+
+void hideCaptionOverlay(Station& st) {
+  st.view.overlays.FormaCC.Visible = false;
+  if (st.view.overlays.focus == "FormaCC") st.view.overlays.focus = "Text1";
+}
+
+// Shows caption i from its cue-in to its cue-out. False when the
+// simulation was stopped before the cue-in.
+bool playCaption(Station& st, int i) {
+  Session& s = st.s;
+  const ScanTable& t = s.scan;
+  FormaCCState& f = st.view.overlays.FormaCC;
+  StatusPanelState& panel = st.view.panel(3);
+  clearRows(f);
+  panel.text = u"Caption";
+  panel.enabled = false;
+  waitForPosition(st, t.cueIn[i], false);
+  panel.enabled = true;
+  if (!s.g_fsim) return false;
+
+  const bool italic = t.styleChar[i] == u'I';
+  for (int r = 1; r <= 4; ++r) f.labline(r).italic = italic;
+  const CaptionBlock b = captionBlock(st, i);
+  if (b.longest > kCaptionRowWidth) {
+    pausevideo(st);
+    const u16 tc = SEGaTC(t.cueIn[i], st.fps());
+    msgBox(st.ui, u"Error: Maximum number of characters per row (32) exceeded in caption in [" + tc + u"]\r\r" +
+                      t.text[i]);
+    st.ui.setPointer(Pointer::Default);
+    findFromTop(st, tc);
+    s.g_fsim = false;
+  } else {
+    showCaption(st, t.captionRows[static_cast<size_t>(i)], b.longest, b.rows, b.position, b.align);
+    st.view.overlays.focus = "FormaCC";
+  }
+  waitForPosition(st, t.cueOut[i], true);
+  hideCaptionOverlay(st);
+  panel.enabled = false;
+  panel.text.clear();
+  clearRows(f);
+  return true;
+}
+
+}  // namespace
+
+void simulateCaptions(Station& st, int mode) {
+  Session& s = st.s;
+  ViewState& v = st.view;
+  OverlayState& ov = v.overlays;
+  const ScanTable& t = s.scan;
+  StatusPanelState& panel = v.panel(3);
+
+  normalSpeed(st);
+  s.g_fsim = true;
+  const MainWindowLock lock = lockMainWindow(st);
+  // The hourglass stays on for the whole of a caption simulation.
+  st.ui.setPointer(Pointer::Hourglass);
+  ov.Text1.Left = 0;
+  ov.Text1.Visible = true;
+  ov.Text1.Alignment = kAlignCentre;
+  ov.focus = "Text1";
+  panel.text = u"CC Decoding...";
+  clearRows(ov.FormaCC);
+
+  const int count = t.count();
+  const bool started = s.g_fsim && count > 0;
+  if (started) {
+    if (mode == 0) ira(st, 0);
+    else if (mode == 1) ira(st, transformadainversa(s, t.cueIn[1] - 2.0));
+    panel.enabled = false;
+    videostart(st);
+    if (st.doc) st.doc->selectAll();
+
+    int i = 1;
+    // A caption needs two seconds of lead, not the half second of a subtitle.
+    if (mode == 2)
+      while (i <= count && t.cueIn[i] - 2.0 < transformadaTCactual(s)) ++i;
+
+    for (; i <= count; ++i) {
+      if (!s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;
+      if (s.followSimulation) findCueIn(st, SEGaTC(t.cueIn[i], st.fps()));
+      if (s.g_dblPosActual + s.tcStart + 10.0 < t.cueIn[i] && s.jumpToNextBlock)
+        ira(st, transformadainversa(s, t.cueIn[i] - 2.0));
+      // A caption more than a second late is not shown at all.
+      if (!t.isSubtitle[i] || transformadaTCactual(s) - 1.0 > t.cueIn[i]) continue;
+      if (!playCaption(st, i)) break;
+    }
+
+    hideCaptionOverlay(st);
+    runOut(st);
+    // A caption simulation leaves the video paused where it stopped.
+    pausevideo(st);
+  }
+
+  s.g_fsim = false;
+  ov.Text1.Text.clear();
+  ov.Text1.SelStart = ov.Text1.SelLength = 0;
+  ov.Text1.Left = -1000;
+  ov.Text1.Visible = false;
+  panel.text.clear();
+  panel.enabled = true;
+  for (OverlayLine* l : {&ov.FormaCC.Line1, &ov.FormaCC.Line2}) {
+    l->italic = false;
+    l->caption.clear();
+  }
+  hideCaptionOverlay(st);
+  unlockMainWindow(st, lock);
+}
+
+}  // namespace quillon

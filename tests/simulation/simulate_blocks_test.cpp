@@ -1,0 +1,221 @@
+#include <gtest/gtest.h>
+
+#include "script/tag_grammar.h"
+#include "simulation/sim_rig.h"
+#include "simulation/overlay_windows.h"
+#include "simulation/simulate_blocks.h"
+#include "simulation/simulation_menus.h"
+
+namespace quillon::testing {
+namespace {
+
+// What the subtitle overlay showed, seen from inside the event pump.
+struct Showing {
+  double from = -1, to = -1;
+  FormaSubState overlay;
+};
+
+// Records every span of pumps during which the overlay was up.
+void watchSubtitles(SimRig& rig, std::vector<Showing>& shown) {
+  rig.each = [&rig, &shown, wasVisible = false]() mutable {
+    const FormaSubState& f = rig.ov().FormaSub;
+    if (f.Visible && !wasVisible) shown.push_back({rig.now(), rig.now(), f});
+    if (f.Visible) shown.back().to = rig.now();
+    wasVisible = f.Visible;
+  };
+}
+
+TEST(SubtitleSimulation, ShowsEachSubtitleFromCueInToCueOutWithLayoutAndReadingSpeedColours) {
+  SimRig rig;
+  rig.t.open(subTag(u'2', u' ', u'1', 1.0, 2.0) + u"First line\nSecond\n\n" + subTag(u'0', u'L', u'N', 4.0, 5.0) +
+             u"Short\n\n" + u"\n\n");  // the last text stops two characters short of the end
+  rig.s().colourFeedback = true;
+  rig.s().readingSpeed = 7.7;  // "Short" and its two CRs over one second read at 1.1 times the speed
+  std::vector<Showing> shown;
+  watchSubtitles(rig, shown);
+  mnu_sim_d(rig.st());
+
+  ASSERT_EQ(shown.size(), 2u);
+  // On at the first pump at or past the cue-in, off at the first one past the cue-out.
+  EXPECT_NEAR(shown[0].from, 1.0, 0.025);
+  EXPECT_NEAR(shown[0].to, 2.0, 0.025);
+  EXPECT_NEAR(shown[1].from, 4.0, 0.025);
+  EXPECT_NEAR(shown[1].to, 5.0, 0.025);
+
+  const FormaSubState& two = shown[0].overlay;
+  EXPECT_EQ(two.Line1.caption, u"First line\r");
+  EXPECT_EQ(two.Line2.caption, u"Second\r\r");
+  EXPECT_TRUE(two.Line1.italic);
+  EXPECT_FALSE(two.Line2.italic);
+  EXPECT_EQ(two.Line1.alignment, kAlignCentre);
+  EXPECT_EQ(two.Left, 1060);
+  EXPECT_EQ(two.Height, 700);
+  EXPECT_EQ(two.Top, 2000 + 4000 - 2 * 350);
+  EXPECT_EQ(two.Line1.foreColor, 0x0000FFu);  // 19 characters in one second: far too fast
+
+  const FormaSubState& one = shown[1].overlay;
+  EXPECT_EQ(one.Line1.caption, u"Short\r\r");
+  EXPECT_TRUE(one.Line2.caption.empty());
+  EXPECT_FALSE(one.Line1.italic);
+  EXPECT_EQ(one.Line2.alignment, kAlignLeft);
+  EXPECT_EQ(one.Height, 350);
+  EXPECT_EQ(one.Top, 2000 + 4000 + 250);
+  EXPECT_EQ(one.Line1.foreColor, 0xFFFFC0u);
+
+  // The video ran on a tenth of a second after the last cue-out and stopped there.
+  EXPECT_FALSE(rig.player.running());
+  EXPECT_NEAR(rig.now(), 5.1, 0.03);
+  expectMainWindowBack(rig.st());
+  EXPECT_EQ(rig.ov().FormaSub.Height, 700);
+  EXPECT_EQ(rig.ov().FormaSub.Line1.foreColor, 0xFFFFFFu);
+}
+
+
+TEST(SubtitleSimulation, JumpOptionSkipsGapsOfOverTenSecondsWithTwoSecondsOfRunIn) {
+  for (bool jump : {false, true}) {
+    SimRig rig;
+    rig.t.open(subTag(u'0', u' ', u'N', 10.0, 11.0) + u"Exactly ten\n\n" + subTag(u'0', u' ', u'N', 30.0, 31.0) +
+               u"Far away\n\n\n\n");
+    rig.s().jumpToNextBlock = jump;
+    std::vector<Showing> shown;
+    watchSubtitles(rig, shown);
+    mnu_sim_d(rig.st());
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_NEAR(shown[1].from, 30.0, 0.025);
+    // From the start a gap of exactly ten seconds is waited out; after the
+    // first subtitle the video stands at 11 and the next is 19 seconds away.
+    const double waited = rig.t.ui.pumps * rig.t.ui.pumpStep;
+    if (jump) {
+      EXPECT_NEAR(waited, 10.0 + 1.0 + 2.0 + 1.0 + 0.1, 0.1);
+      EXPECT_EQ(rig.player.seeks, 2);  // the start, then the jump
+    } else {
+      EXPECT_NEAR(waited, 31.1, 0.1);
+    }
+  }
+}
+
+TEST(SubtitleSimulation, FromCurrentTimecodeStartsAtTheFirstSubtitleHalfASecondAhead) {
+  SimRig rig;
+  rig.t.open(subTag(u'0', u' ', u'N', 1.0, 2.0) + u"One\n\n" + subTag(u'0', u' ', u'N', 4.3, 5.0) + u"Two\n\n" +
+             subTag(u'0', u' ', u'N', 6.0, 7.0) + u"Three\n\n\n\n");
+  ira(rig.st(), 4.0);
+  std::vector<Showing> shown;
+  watchSubtitles(rig, shown);
+  mnu_sim_q(rig.st());
+  ASSERT_EQ(shown.size(), 1u);
+  EXPECT_EQ(shown[0].overlay.Line1.caption, u"Three\r\r");
+  expectMainWindowBack(rig.st());
+}
+
+TEST(SubtitleSimulation, FromCurrentTimecodePastTheLastSubtitleClosesAtOnce) {
+  SimRig rig;
+  rig.t.open(subTag(u'0', u' ', u'N', 1.0, 2.0) + u"One\n\n\n\n");
+  ira(rig.st(), 50.0);
+  mnu_sim_q(rig.st());
+  EXPECT_NEAR(rig.now(), 50.1, 0.02);  // started, ran out, stopped
+  EXPECT_FALSE(rig.player.running());
+  expectMainWindowBack(rig.st());
+}
+
+TEST(SubtitleSimulation, EmptyTableNeverStartsTheVideo) {
+  SimRig rig;
+  rig.s().scan.subtitleCount = 0;
+  rig.s().g_fVideoRun = true;
+  simulateBlocks(rig.st(), 0);
+  EXPECT_EQ(rig.t.ui.pumps, 0);
+  EXPECT_EQ(rig.player.seeks, 0);
+  EXPECT_FALSE(rig.s().g_fVideoRun);
+  expectMainWindowBack(rig.st());
+}
+
+TEST(SubtitleSimulation, EscOnTheOverlayStopsAtTheNextPumpAndGivesEverythingBack) {
+  SimRig rig;
+  rig.t.open(subTag(u'0', u' ', u'N', 1.0, 3.0) + u"Line\n\n" + subTag(u'0', u' ', u'N', 4.0, 5.0) + u"Next\n\n\n\n");
+  rig.st().view.menu("mnu_hlp").enabled = false;  // given back as it was, not forced on
+  rig.s().saveedittiming = true;
+  rig.at(2.0, [&] {
+    ASSERT_EQ(rig.ov().focus, "FormaSub");
+    formaSubKeyDown(rig.st(), vk::Esc, 0);
+  });
+  mnu_sim_d(rig.st());
+  EXPECT_NEAR(rig.now(), 2.1, 0.03);
+  EXPECT_FALSE(rig.s().saveedittiming);
+  EXPECT_FALSE(rig.st().view.menu("mnu_hlp").enabled);
+  rig.st().view.menu("mnu_hlp").enabled = true;
+  expectMainWindowBack(rig.st());
+}
+
+TEST(SubtitleSimulation, ScriptThatFailsItsScanDoesNotSimulate) {
+  SimRig rig;
+  rig.t.open(u"SUB[0 N 00:00:01:00-00:00:02:00]\nBroken\n\n");
+  mnu_sim_d(rig.st());
+  EXPECT_EQ(rig.t.ui.pumps, 0);
+  EXPECT_FALSE(rig.player.running());
+  EXPECT_TRUE(rig.st().view.slVideo.visible);
+}
+
+TEST(DubbingSimulation, HighlightSweepsThroughTheDialogueInStepWithTheVideo) {
+  SimRig rig;
+  rig.t.open(u"DUB[0 N 00:00:01:00>00:00:03:00] MARIA\nHola, que tal estas hoy\n\n"
+             u"DUB[0 N 00:00:04:00>00:00:04:00] PEDRO\nNada\n\n\n\n");
+  const u16 text = u"Hola, que tal estas hoy\r\r";
+  std::vector<std::pair<double, int>> sweep;
+  u16 name;
+  rig.each = [&] {
+    const Text1State& box = rig.ov().Text1;
+    if (box.Text == text) sweep.emplace_back(rig.now(), box.SelLength);
+    if (box.Text == text && rig.now() > 1.5 && rig.now() < 2.5) name = rig.st().view.panels[3].text;
+  };
+  mnu_sim_d(rig.st());
+  EXPECT_EQ(name, u"MARIA");
+  ASSERT_FALSE(sweep.empty());
+  // Each pump sees the selection the engine set from the previous pump's position.
+  for (size_t k = 1; k < sweep.size(); ++k) {
+    const double at = sweep[k - 1].first;
+    if (at < 1.0 || at > 3.0) continue;
+    EXPECT_EQ(sweep[k].second, static_cast<int>(text.size() * (at - 1.0) / 2.0)) << at;
+  }
+  EXPECT_GE(sweep.back().second, static_cast<int>(text.size()) - 1);
+  // A block without length keeps its selection and ends.
+  EXPECT_NEAR(rig.now(), 4.1, 0.03);
+  expectMainWindowBack(rig.st());
+}
+
+TEST(SimulationOptions, JumpOptionShowsInPanelFive) {
+  SimRig rig;
+  mnu_sim_con(rig.st());
+  EXPECT_TRUE(rig.s().jumpToNextBlock);
+  EXPECT_TRUE(rig.st().view.menu("mnu_sim_con").checked);
+  EXPECT_TRUE(rig.st().view.panels[5].enabled);
+  EXPECT_EQ(rig.st().view.panels[5].toolTip, u"Jump option enabled.");
+  mnu_sim_con(rig.st());
+  EXPECT_FALSE(rig.st().view.panels[5].enabled);
+  EXPECT_EQ(rig.st().view.panels[5].toolTip, u"Jump option disabled.");
+}
+
+TEST(SimulationOptions, MenuClickHookReachesTheSimulationItemsAndPassesOthersOn) {
+  SimRig rig;
+  std::vector<std::string> passed;
+  rig.st().clickMenu = [&](Station&, std::string_view item) { passed.emplace_back(item); };
+  installSimulation(rig.st());
+  rig.st().clickMenu(rig.st(), "mnu_sim_follow");
+  rig.st().clickMenu(rig.st(), "mnu_sub_ebu");
+  EXPECT_TRUE(rig.s().followSimulation);
+  EXPECT_EQ(passed, std::vector<std::string>{"mnu_sub_ebu"});
+}
+
+TEST(SimulationOptions, FollowMovesTheDocumentCursorToEachTag) {
+  SimRig rig;
+  rig.t.open(subTag(u'0', u' ', u'N', 1.0, 2.0) + u"One\n\n" + subTag(u'0', u' ', u'N', 3.0, 4.0) + u"Two\n\n\n\n");
+  rig.s().followSimulation = true;
+  std::vector<u16> cursor;
+  rig.at(1.5, [&] { cursor.push_back(rig.t.docs.selection()); });
+  rig.at(3.5, [&] { cursor.push_back(rig.t.docs.selection()); });
+  mnu_sim_d(rig.st());
+  ASSERT_EQ(cursor.size(), 2u);
+  EXPECT_EQ(cursor[0], u"00:00:01:00>");
+  EXPECT_EQ(cursor[1], u"00:00:03:00>");
+}
+
+}  // namespace
+}  // namespace quillon::testing

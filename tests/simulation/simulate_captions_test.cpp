@@ -1,0 +1,103 @@
+#include <gtest/gtest.h>
+
+#include "simulation/overlay_windows.h"
+#include "simulation/sim_rig.h"
+#include "simulation/simulate_blocks.h"
+#include "simulation/simulation_menus.h"
+
+namespace quillon::testing {
+namespace {
+
+std::u16string capTag(const char16_t* attrs, double in, double out) {
+  return u"CAP[" + std::u16string(attrs) + u" " + SEGaTC(in, 30) + u">" + SEGaTC(out, 30) + u"]\n";
+}
+
+struct CaptionSeen {
+  double from;
+  FormaCCState overlay;
+};
+
+void watchCaptions(SimRig& rig, std::vector<CaptionSeen>& seen) {
+  rig.each = [&rig, &seen, was = false]() mutable {
+    const FormaCCState& f = rig.ov().FormaCC;
+    if (f.Visible && !was) seen.push_back({rig.now(), f});
+    was = f.Visible;
+  };
+}
+
+const std::u16string k32 = u"ABCDEFGHIJKLMNOPQRSTUVWXYZ012345";
+
+TEST(CaptionSimulation, StopsOnARowOfThirtyThreeCharactersWithTheCursorOnItsTag) {
+  SimRig rig;
+  rig.t.open(capTag(u"FIC", 1.0, 2.0) + k32 + u"\nsecond row\n\n" + capTag(u"0NL", 3.0, 4.0) + k32 + u"X\n\n" +
+             capTag(u"0NL", 5.0, 6.0) + u"never shown\n\n\n\n");
+  std::vector<CaptionSeen> seen;
+  watchCaptions(rig, seen);
+  mnu_cc_sim_d(rig.st());
+
+  ASSERT_EQ(seen.size(), 1u);
+  EXPECT_NEAR(seen[0].from, 1.0, 0.025);
+  const FormaCCState& f = seen[0].overlay;
+  EXPECT_EQ(f.labline(1).caption, k32);
+  EXPECT_EQ(f.labline(2).caption, u"second row");
+  EXPECT_TRUE(f.labline(3).caption.empty());
+  EXPECT_TRUE(f.labline(1).italic);
+  // Position F with two rows would rise above the picture: held at 750.
+  EXPECT_EQ(f.Width, 4800);
+  EXPECT_EQ(f.Height, 500);
+  EXPECT_EQ(f.Left, 1000 + 60 + 350);
+  EXPECT_EQ(f.Top, 2000 + 750);
+
+  ASSERT_EQ(rig.t.ui.boxes.size(), 1u);
+  EXPECT_EQ(rig.t.ui.boxTexts()[0],
+            u"Error: Maximum number of characters per row (32) exceeded in caption in [00:00:03:00]\r\r" + k32 +
+                u"X\r\r");
+  EXPECT_EQ(rig.t.docs.selection(), u"00:00:03:00");
+  // Paused where it stopped, not run out.
+  EXPECT_FALSE(rig.player.running());
+  EXPECT_EQ(rig.st().view.toolbarButton(6).caption, u"Play");
+  EXPECT_NEAR(rig.now(), 3.0, 0.03);
+  EXPECT_EQ(rig.t.ui.pointer, Pointer::Default);
+  expectMainWindowBack(rig.st());
+}
+
+TEST(CaptionSimulation, CaptionMoreThanASecondLateIsNotShownAtAll) {
+  SimRig rig;
+  // The second caption starts two seconds before the first one ends.
+  rig.t.open(capTag(u"0NC", 1.0, 5.0) + u"first\n\n" + capTag(u"0NC", 3.0, 6.0) + u"late\n\n" +
+             capTag(u"0NR", 7.0, 8.0) + u"right\n\n\n\n");
+  std::vector<CaptionSeen> seen;
+  watchCaptions(rig, seen);
+  mnu_cc_sim_d(rig.st());
+  ASSERT_EQ(seen.size(), 2u);
+  EXPECT_EQ(seen[0].overlay.labline(1).caption, u"first");
+  EXPECT_EQ(seen[1].overlay.labline(1).caption, u"right");
+  // Right-aligned: the width's distance from the picture's right edge, less 60.
+  EXPECT_EQ(seen[1].overlay.Left, 1000 - 60 + 5500 - 5 * 150);
+  EXPECT_EQ(seen[1].overlay.Top, 2000 + 4500 - 250);
+  EXPECT_NEAR(rig.now(), 8.1, 0.03);
+  expectMainWindowBack(rig.st());
+}
+
+TEST(CaptionSimulation, HourglassStaysOnWhileCaptionsPlay) {
+  SimRig rig;
+  rig.t.open(capTag(u"0NC", 1.0, 2.0) + u"row\n\n\n\n");
+  std::vector<Pointer> during;
+  rig.each = [&] { during.push_back(rig.t.ui.pointer); };
+  mnu_cc_sim_d(rig.st());
+  ASSERT_FALSE(during.empty());
+  for (Pointer p : during) EXPECT_EQ(p, Pointer::Hourglass);
+  EXPECT_EQ(rig.t.ui.pointer, Pointer::Default);
+}
+
+TEST(CaptionSimulation, EscOnTheOverlayStopsIt) {
+  SimRig rig;
+  rig.t.open(capTag(u"0NC", 1.0, 3.0) + u"row\n\n" + capTag(u"0NC", 4.0, 5.0) + u"next\n\n\n\n");
+  rig.at(2.0, [&] { formaCCKeyDown(rig.st(), vk::Esc, 0); });
+  mnu_cc_sim_d(rig.st());
+  EXPECT_NEAR(rig.now(), 2.1, 0.03);
+  expectMainWindowBack(rig.st());
+}
+
+}  // namespace
+}  // namespace quillon::testing
