@@ -365,10 +365,26 @@ bool DocumentService::execute(const FindRequest& f) {
     }
     return false;
   };
+  // Characters one match spans: ^? and ^^ stand for one each.
+  long span = 0;
+  for (size_t i = 0; i < f.findText.size(); ++i, ++span)
+    if (f.findText[i] == u'^' && i + 1 < f.findText.size() && (f.findText[i + 1] == u'?' || f.findText[i + 1] == u'^')) ++i;
   auto searchRange = [&](long a, long b, bool forward, long& at, long& mlen) {
     if (a >= b) return false;
-    u16 part = text({a, b});
-    return findIn(part, a, a, b, forward, at, mlen);
+    if (!forward) {
+      u16 part = text({a, b});
+      return findIn(part, a, a, b, false, at, mlen);
+    }
+    // Forward searches read ahead in growing windows, so finding the next
+    // tag near the cursor costs the distance to it, not the rest of the script.
+    long chunk = 4096;
+    for (long start = a; start < b; start += chunk, chunk *= 2) {
+      long stop = std::min(b, start + chunk);
+      u16 part = text({start, std::min(b, stop + span)});
+      if (findIn(part, start, start, std::min(b, stop + span), true, at, mlen) && at < stop) return true;
+      if (stop >= b) break;
+    }
+    return false;
   };
 
   if (replacing && f.replace == ReplaceMode::All) {

@@ -108,6 +108,19 @@ TEST_P(DocumentContract, FindSearchesFromTheSelectionStartAndSelectsTheMatch) {
   EXPECT_EQ(d->selectionRange(), before);
 }
 
+TEST_P(DocumentContract, FindReachesFarMatchesAndMatchesAcrossAnyReadWindow) {
+  // Matches placed around the sizes a search may read ahead in.
+  for (long at : {4090L, 4094L, 12283L, 40000L}) {
+    std::u16string text(static_cast<size_t>(at), u'x');
+    text += u"00:00:01;00>tail\r";
+    auto d = doc(text);
+    FindRequest f;
+    f.findText = u"00:00:01^?00>";
+    ASSERT_TRUE(d->execute(f)) << at;
+    EXPECT_EQ(d->selectionRange(), (TextRange{at, at + 12})) << at;
+  }
+}
+
 TEST_P(DocumentContract, ReplaceTakesTheFirstMatchOnlyAndLeavesAbsentTextAlone) {
   auto d = doc(u"x SUB y SUB\r");
   d->selectAll();
