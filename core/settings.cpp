@@ -146,6 +146,8 @@ void iniciarvariables(Station& st) {
   s.tcStart = s.tcEnd = 0;
   s.timer1Interval = 33;
   s.timer2Interval = 500;
+  v.Timer1.interval = s.timer1Interval;
+  v.Timer2.interval = s.timer2Interval;
   s.scan.subtitleCount = 0;
   s.characterCount = 0;
 

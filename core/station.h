@@ -59,6 +59,9 @@ struct Station {
   // exports, the simulation options); installed by the window that owns
   // the menus. Keys that stand for such a click call it by the item's name.
   std::function<void(Station&, std::string_view item)> clickMenu;
+  // `cleanSubtitlesArray`: the per-frame subtitle table reset for the video
+  // just opened; installed by the simulation.
+  std::function<void(Station&)> cleanSubtitlesArray;
 
   int fps() const { return s.g_fps; }
 };

@@ -85,6 +85,8 @@ struct ViewState {
   // frmMain's size in twips (its Left and Top are overlays.mainLeft and
   // overlays.mainTop); full screen changes it.
   int mainWidth = 5505, mainHeight = 6330;
+  // The splash window `frminicio`, shown for the start's first seconds.
+  bool splashVisible = false;
   // The overlay windows and the dubbing text box.
   OverlayState overlays;
 

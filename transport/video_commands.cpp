@@ -14,14 +14,51 @@ void showPosition(Station& st) {
   st.view.slVideo.value = std::nearbyint(st.s.g_dblPosActual);  // half to even, as the slider converts
 }
 
-void setPlayButton(Station& st, bool playing) {
+}  // namespace
+
+void showPlayState(Station& st, bool playing) {
   ToolbarButtonState& b = st.view.toolbarButton(6);
   b.caption = playing ? u"Stop" : u"Play";
   b.image = playing ? 2 : 1;
   st.view.menu("mnu_play").caption = playing ? u"Sto&p" : u"&Play";
 }
 
-}  // namespace
+void togglePlay(Station& st) {
+  if (st.s.g_fVideoRun)
+    pausevideo(st);
+  else
+    resumevideo(st);
+}
+
+void jump(Station& st, double seconds) { ira(st, st.s.g_dblPosActual + seconds); }
+void backonesecond(Station& st) { jump(st, -1); }
+void advanceonesecond(Station& st) { jump(st, 1); }
+void back5seconds(Station& st) { jump(st, -5); }
+void advance5seconds(Station& st) { jump(st, 5); }
+
+void backoneframe(Station& st) {
+  st.s.frameStepFlag = true;
+  jump(st, -st.s.framePeriod);
+}
+
+void advanceoneframe(Station& st) {
+  st.s.frameStepFlag = true;
+  jump(st, st.s.framePeriod);
+}
+
+void mnu_5secf(Station& st) { jump(st, 5); }
+void mnu_10secf(Station& st) { jump(st, 10); }
+void mnu_20secf(Station& st) { jump(st, 20); }
+void mnu_5secb(Station& st) { jump(st, -5); }
+void mnu_10secb(Station& st) { jump(st, -10); }
+void mnu_20secb(Station& st) { jump(st, -20); }
+
+void mnu_com(Station& st) { ira(st, 0); }
+
+void mnu_fin(Station& st) {
+  ira(st, st.s.videoDuration - 1);
+  if (!st.s.g_fVideoRun) videostart(st);
+}
 
 bool videoOpen(const Station& st) { return st.player && st.player->isOpen(); }
 
@@ -49,12 +86,12 @@ void videostop(Station& st) {
 
 void pausevideo(Station& st) {
   videostop(st);
-  setPlayButton(st, false);
+  showPlayState(st, false);
 }
 
 void resumevideo(Station& st) {
   videostart(st);
-  setPlayButton(st, true);
+  showPlayState(st, true);
 }
 
 void applyTrack(Station& st, char16_t track) {
@@ -96,7 +133,7 @@ void timer1Tick(Station& st) {
     if (st.player) s.g_dblPosActual = st.player->currentPosition();
   } else {
     videostop(st);
-    setPlayButton(st, false);
+    showPlayState(st, false);
   }
   showPosition(st);
   if (s.fullscreenmode) st.view.caption = st.view.LabTimecode.caption;
