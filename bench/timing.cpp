@@ -1,0 +1,129 @@
+// A one-hour interactive timing session on the simulated clock, one pump
+// turn per Timer1 tick, behind a script that already holds 1999 or 19999
+// timed subtitles. The operator marks every three seconds; each subtitle
+// costs a walk of the scan table and a document edit, and every other turn
+// only waits. The counters show the cost of one turn (median and 99th
+// percentile, from the gaps between consecutive pumps): it must not grow
+// with the script.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <vector>
+
+#include "core/scripted_ui.h"
+#include "core/station.h"
+#include "core/timecode.h"
+#include "script/memory_document.h"
+#include "script/tag_grammar.h"
+#include "subtitling/timing_loop.h"
+#include "transport/simulated_player.h"
+#include "transport/video_commands.h"
+
+namespace {
+
+using namespace quillon;
+using Clock = std::chrono::steady_clock;
+
+constexpr double kSessionSeconds = 3600;
+constexpr double kMarkEvery = 3;
+constexpr int kFps = 25;
+
+// `timed` subtitles already timed, then enough untimed two-line texts for
+// the hour.
+u16 sessionScript(int timed) {
+  u16 out;
+  const int untimed = static_cast<int>(kSessionSeconds / (2 * kMarkEvery)) + 10;
+  out.reserve(static_cast<size_t>(timed + untimed) * 90);
+  for (int i = 0; i < timed; ++i) {
+    const double in = 4000.0 + 4.0 * i;  // behind the hour: the marks land clear of them
+    out += subtitleTag(i % 10, u' ', u'N', in, in + 3, kFps);
+    out += u"Line one of subtitle " + numberText(i + 1) + u"\rand its second line\r\r";
+  }
+  for (int i = 0; i < untimed; ++i) out += u"Untimed text " + numberText(i + 1) + u"\rwith a second line\r\r";
+  return out;
+}
+
+struct Session1h {
+  Session1h() : st(ui), player([this] { return ui.clock; }) {
+    st.doc = &docs;
+    st.player = &player;
+    Session& s = st.s;
+    s.g_fps = kFps;
+    s.framePeriod = 1.0 / kFps;
+    s.readingSpeed = 14;
+    s.minOnAir1 = 1;
+    s.maxOnAir = 6;
+    s.minInterleave = 2;
+    s.maxCharsRow = 32;
+    s.delay = 0.3;
+    installTransport(st);
+    doc = &docs.addDocument(std::make_unique<MemoryDocument>());
+    ui.pumpStep = 0.033;
+  }
+
+  // One whole session; the gaps between consecutive pumps go to `turns`.
+  void run(const u16& text, std::vector<double>& turns) {
+    Session& s = st.s;
+    doc->setText(text);
+    const long start = static_cast<long>(text.find(u"Untimed text 1\r"));
+    docs.select({start, start});
+    player.fileDuration = kSessionSeconds + 100;
+    player.renderFile("session.mp4");
+    s.videoFile = u"session.mp4";
+    s.videoDuration = player.fileDuration;
+    s.tcStart = 0;
+    s.tcEnd = s.videoDuration;
+    s.g_dblPosActual = 0;
+    double nextMark = kMarkEvery;
+    Clock::time_point last{};
+    ui.onPump = [&] {
+      const Clock::time_point now = Clock::now();
+      if (last != Clock::time_point{}) turns.push_back(std::chrono::duration<double, std::nano>(now - last).count());
+      last = now;
+      timer1Tick(st);
+      const double tc = transformadaTCactual(s);
+      if (tc >= kSessionSeconds) {
+        s.g_fsim = false;  // Esc
+      } else if (tc >= nextMark) {
+        s.TCSpacebar = tc;  // the overlay's Space
+        nextMark += kMarkEvery;
+      }
+    };
+    timingLoop(st);
+    ui.onPump = nullptr;
+  }
+
+  ScriptedUi ui;
+  MemoryDocumentService docs;
+  Station st;
+  SimulatedPlayer player;
+  MemoryDocument* doc = nullptr;
+};
+
+double percentile(std::vector<double>& v, double p) {
+  if (v.empty()) return 0;
+  const size_t k = std::min(v.size() - 1, static_cast<size_t>(p * static_cast<double>(v.size())));
+  std::nth_element(v.begin(), v.begin() + static_cast<long>(k), v.end());
+  return v[k];
+}
+
+void BM_TimingSessionOneHour(benchmark::State& state) {
+  const u16 text = sessionScript(static_cast<int>(state.range(0)));
+  Session1h b;
+  std::vector<double> turns;
+  long tags = 0;
+  for (auto _ : state) {
+    turns.clear();
+    b.run(text, turns);
+    tags = b.st.s.tagUndoCount;
+  }
+  state.counters["turns"] = static_cast<double>(turns.size());
+  state.counters["tags"] = static_cast<double>(tags);
+  state.counters["turn_ns_median"] = percentile(turns, 0.5);
+  state.counters["turn_ns_p99"] = percentile(turns, 0.99);
+}
+
+BENCHMARK(BM_TimingSessionOneHour)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond)->Iterations(2);
+
+}  // namespace

@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include "captions/caption_timing_loop.h"
+#include "subtitling/playing_station.h"
+
+namespace quillon {
+namespace {
+
+using testing::PlayingStation;
+using testing::windowRestored;
+
+TEST(CaptionTiming, WritesCaptionTagsAndShowsTheRowsSizedToTheText) {
+  PlayingStation t;
+  t.open(u"Row one\rRow two\r\rSingle\r\r");
+  t.italicise(u"Single");
+  t.cursorAt(u"Row one");
+  FormaCCState first, second;
+  t.when(1.0, [&] { first = t.st.view.overlays.FormaCC; });
+  t.markAt(2.0);
+  t.markAt(4.0);
+  t.when(4.5, [&] { second = t.st.view.overlays.FormaCC; });
+  t.markAt(5.0);
+  t.markAt(5.5);  // held to the one-row floor of 6.0
+  mnu_cc_temp(t.st);
+  EXPECT_EQ(t.content(), u"CAP[0NC 00:00:01:20>00:00:03:20]\rRow one\rRow two\r\r"
+                         u"CAP[0IC 00:00:04:20>00:00:05:20]\rSingle\r\r");
+  EXPECT_TRUE(first.Visible);
+  EXPECT_EQ(first.labline(1).caption, u"Row one");
+  EXPECT_EQ(first.labline(2).caption, u"Row two");
+  EXPECT_EQ(first.labline(3).caption, u"");
+  EXPECT_EQ(first.labline(1).foreColor, 0xC0C0C0u);
+  EXPECT_EQ(first.Width, 7 * 150);
+  EXPECT_EQ(first.Left, 60 + (5500 - 1050) / 2);
+  EXPECT_EQ(first.Height, 500);
+  EXPECT_EQ(first.Top, 4000);
+  EXPECT_EQ(second.labline(1).caption, u"Single");
+  EXPECT_TRUE(second.labline(1).italic);
+  EXPECT_EQ(second.labline(2).caption, u"");
+  EXPECT_TRUE(windowRestored(t.st));
+}
+
+TEST(CaptionTiming, AssistedAtTheTopPositionNeverRisesAbove750) {
+  PlayingStation t;
+  t.st.view.menu("mnu_tex_opc_asis").checked = true;
+  t.st.s.ultimaposenpantallacc = 15;
+  t.open(u"Row one\r");
+  t.docs.select({0, 0});
+  FormaCCState seen;
+  t.when(1.0, [&] { seen = t.st.view.overlays.FormaCC; });
+  t.markAt(2.0);
+  mnu_cc_temp(t.st);
+  EXPECT_EQ(t.content(), u"CAP[FNC 00:00:01:20>00:00:02:20]\rRow one\r");
+  EXPECT_EQ(seen.Top, 750);
+  EXPECT_GE(t.st.s.g_dblPosActual, 3.04);
+  EXPECT_TRUE(windowRestored(t.st));
+}
+
+TEST(CaptionTiming, ARowOfThirtyThreeEndsTheRunWithItsBox) {
+  PlayingStation t;
+  const u16 fits(32, u'a'), over(33, u'b');
+  const u16 text = fits + u"\r" + over + u"\r\r";
+  t.open(text);
+  t.docs.select({0, 0});
+  mnu_cc_temp(t.st);
+  EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{u"Error: Maximum number of characters per row (32) exceeded in line: \r\r" +
+                                              over + u"\r\r"});
+  EXPECT_EQ(t.content(), text);
+  EXPECT_TRUE(windowRestored(t.st));
+}
+
+TEST(CaptionTiming, EscapeAndTimedTextEndTheRunAndRestoreTheWindow) {
+  for (const u16& text : {u16(u"Row one\r\r"), u16(u"SUB[0 N 00:00:01:00>00:00:02:00]\rRow\r\r")}) {
+    PlayingStation t;
+    t.open(text);
+    t.docs.select({0, 0});
+    t.escapeAt(1.0);
+    mnu_cc_temp(t.st);
+    EXPECT_EQ(t.content(), text);
+    EXPECT_TRUE(windowRestored(t.st));
+    EXPECT_TRUE(t.ui.boxes.empty());
+  }
+}
+
+}  // namespace
+}  // namespace quillon

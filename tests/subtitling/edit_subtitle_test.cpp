@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include "subtitling/edit_subtitle.h"
+#include "subtitling/editing_commands.h"
+#include "subtitling/playing_station.h"
+#include "subtitling/timing_loop.h"
+
+namespace quillon {
+namespace {
+
+using testing::PlayingStation;
+using testing::windowRestored;
+
+const u16 kScript = u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r"
+                    u"SUB[1R1 00:00:04:00>00:00:06:00] note\rTwo first\rtwo second\r\r"
+                    u"SUB[0 N 00:00:08:00>00:00:09:00]\rThree\r\r";
+
+struct Edit : ::testing::Test {
+  PlayingStation t;
+  FormaSubState shown;
+  LabelState com, dur;
+  void SetUp() override {
+    installTimingCommands(t.st);
+    t.st.s.minInterleave = 2;
+    t.open(kScript);
+    t.cursorAt(u"SUB[1R1");
+  }
+  // On the first turn of the wait: what the edit shows, then the keys.
+  void keys(std::function<void(Session&, ViewState&)> press) {
+    t.ui.onPump = [this, press] {
+      if (!t.st.s.g_fedit) return;
+      shown = t.st.view.overlays.FormaSub;
+      com = t.st.view.LabCom;
+      dur = t.st.view.LabDur;
+      press(t.st.s, t.st.view);
+    };
+  }
+};
+
+TEST_F(Edit, ShowsTheSubtitleItsTimesAndItsBounds) {
+  keys([](Session& s, ViewState&) { s.g_fedit = false; });
+  mnu_sub_edit(t.st);
+  EXPECT_EQ(shown.Line1.caption, u"Two first");
+  EXPECT_EQ(shown.Line2.caption, u"two second");
+  EXPECT_TRUE(shown.Line1.italic);
+  EXPECT_FALSE(shown.Line2.italic);
+  EXPECT_EQ(shown.Line1.alignment, kAlignRight);
+  EXPECT_EQ(shown.Line1.foreColor, 0xC0C0C0u);
+  EXPECT_EQ(shown.Height, 700);
+  EXPECT_EQ(shown.Top, 4000 - 350);
+  EXPECT_TRUE(shown.Visible);
+  EXPECT_EQ(com.caption, u"00:00:04:00");
+  EXPECT_EQ(dur.caption, u"00:00:06:00");
+  const Session& s = t.st.s;
+  EXPECT_TRUE(s.editingcueout);
+  EXPECT_EQ(s.miItalStyle, u"1");
+  EXPECT_EQ(s.ultimaposenpantalla, 1);
+  EXPECT_DOUBLE_EQ(s.lowerlimit, 3.0 + 3 * 0.04);  // interleave and one frame
+  EXPECT_DOUBLE_EQ(s.upperlimit, 8.0 - 3 * 0.04);
+  EXPECT_DOUBLE_EQ(s.g_dblPosActual, 6.0);  // waiting on the cue-out
+}
+
+TEST_F(Edit, EnterSavesTheLabelsIntoTheTagAndTheTable) {
+  keys([](Session& s, ViewState& v) {
+    v.LabCom.caption = u"00:00:04:10";
+    v.LabDur.caption = u"00:00:06:15";
+    s.ultimaposhcc = u"R";
+    s.saveedittiming = true;  // Enter
+    s.g_fedit = false;
+  });
+  mnu_sub_edit(t.st);
+  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r"
+                         u"SUB[1R1 00:00:04:10>00:00:06:15] note\rTwo first\rtwo second\r\r"
+                         u"SUB[0 N 00:00:08:00>00:00:09:00]\rThree\r\r");
+  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[2], 4.4);
+  EXPECT_DOUBLE_EQ(t.st.s.scan.cueOut[2], 6.6);
+  EXPECT_FALSE(t.st.s.saveedittiming);
+}
+
+TEST_F(Edit, EscapeLeavesEverythingAsItWas) {
+  keys([](Session& s, ViewState& v) {
+    v.LabCom.caption = u"00:00:04:10";
+    s.saveedittiming = false;  // Esc
+    s.g_fedit = false;
+  });
+  mnu_sub_edit(t.st);
+  EXPECT_EQ(t.content(), kScript);
+  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[2], 4.0);
+}
+
+TEST_F(Edit, EitherWayTheWindowComesBack) {
+  for (bool save : {false, true}) {
+    keys([save](Session& s, ViewState& v) {
+      v.LabDur.visible = false;  // caught mid-blink
+      s.saveedittiming = save;
+      s.g_fedit = false;
+    });
+    t.cursorAt(u"SUB[1R1");
+    mnu_sub_edit(t.st);
+    const ViewState& v = t.st.view;
+    EXPECT_TRUE(windowRestored(t.st));
+    EXPECT_FALSE(v.Timer4.enabled);
+    EXPECT_TRUE(v.LabDur.visible);
+    EXPECT_EQ(t.st.view.panel(8).text, u"");
+    EXPECT_FALSE(t.st.s.g_fedit);
+  }
+}
+
+TEST_F(Edit, OneLineSitsLowerAndTheFirstEntryHasNoLowerBound) {
+  t.open(u"SUB[5 I 00:00:01:00>00:00:02:00]\rSolo\r\rSUB[0 N 00:00:03:00>00:00:04:00]\rNext\r\r");
+  ASSERT_TRUE(scanWithoutChecks(t.st, 0));
+  keys([](Session& s, ViewState&) { s.g_fedit = false; });
+  editSubtitle(t.st, 1);
+  EXPECT_EQ(shown.Line1.caption, u"Solo");
+  EXPECT_EQ(shown.Line2.caption, u"");
+  EXPECT_TRUE(shown.Line1.italic);
+  EXPECT_EQ(shown.Height, 350);
+  EXPECT_EQ(shown.Top, 4000 - 5 * 350 + 250);
+  EXPECT_EQ(t.st.s.miItalStyle, u"I");
+  EXPECT_EQ(t.st.s.lowerlimit, 0);
+}
+
+}  // namespace
+}  // namespace quillon
