@@ -13,6 +13,7 @@ void MemoryDocument::setText(u16v text) {
   sel_ = {0, 0};
   undo_.clear();
   rebuildStarts();
+  notify(Change::Reset);
 }
 
 void MemoryDocument::rebuildStarts() {
@@ -36,6 +37,7 @@ void MemoryDocument::rawInsert(long pos, u16v t, const std::vector<uint8_t>& ita
   while (!fresh.empty() && fresh.back() >= length()) fresh.pop_back();
   starts_.insert(it, fresh.begin(), fresh.end());
   selectionAfterInsert(sel_, pos, n, stickLeft);
+  notify(Change::Text, pos, 0, n);
 }
 
 void MemoryDocument::selectionAfterInsert(TextRange& sel, long pos, long n, bool stickLeft) {
@@ -73,6 +75,7 @@ void MemoryDocument::rawErase(long a, long b) {
   auto it = starts_.erase(first, last);
   for (; it != starts_.end(); ++it) *it -= n;
   selectionAfterErase(sel_, a, b);
+  notify(Change::Text, a, n, 0);
 }
 
 void MemoryDocument::insert(long pos, u16v t, bool stickLeft, bool ital) {
@@ -116,6 +119,7 @@ void MemoryDocument::replace(TextRange r, u16v t, bool ital) {
   undo_.push_back(std::move(removed));
   undo_.push_back({r.start, {}, {}, n});
   modified = true;
+  notify(Change::Text, r.start, n, n);
 }
 
 bool MemoryDocument::italic(TextRange r) const {
@@ -137,12 +141,14 @@ void MemoryDocument::setItalic(TextRange r, bool on) {
   long b = std::clamp(r.end, a, length());
   for (long i = a; i < b; ++i) italic_[i] = on ? 1 : 0;
   modified = true;
+  if (b > a) notify(Change::Italic, a, 0, b - a);
 }
 
 void MemoryDocument::setSelection(TextRange r) {
   long a = std::clamp(r.start, 0L, length());
   long b = std::clamp(r.end, a, length());
   sel_ = {a, b};
+  notify(Change::Selection, a);
 }
 
 TextRange MemoryDocument::paragraph(long n) const {

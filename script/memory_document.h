@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,6 +50,16 @@ class MemoryDocument {
   std::vector<std::pair<u16, u16>> customProperties;  // in order of creation
   std::vector<std::pair<int, u16>> builtinProperties;
 
+  // Told of every change as it is made, so a window showing the document can
+  // follow it edit by edit instead of reloading the text.
+  struct Change {
+    enum Kind { Text, Italic, Selection, Reset } kind = Text;
+    long pos = 0;
+    long removed = 0;   // Text: characters taken out at pos
+    long inserted = 0;  // Text: characters put in at pos; Italic: length of the range
+  };
+  std::function<void(const Change&)> onChange;
+
   // Anything a file loader keeps to write back what the station does not
   // understand (the package of a .docx or .odt, for instance).
   std::shared_ptr<void> sourcePackage;
@@ -61,6 +72,9 @@ class MemoryDocument {
     long insertedLength;
   };
   void rebuildStarts();
+  void notify(Change::Kind kind, long pos = 0, long removed = 0, long inserted = 0) {
+    if (onChange) onChange(Change{kind, pos, removed, inserted});
+  }
   void rawInsert(long pos, u16v text, const std::vector<uint8_t>& italic, bool stickLeft);
   void rawErase(long a, long b);
   static void selectionAfterInsert(TextRange& sel, long pos, long n, bool stickLeft);
