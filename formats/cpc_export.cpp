@@ -133,7 +133,7 @@ void llenarCPC(Station& st, FormCPC& f) {
     if (f.cancelarCPC) return;
     if (!t.isSubtitle[i]) continue;
     if (i >= 2 && t.cueIn[i] > t.cueOut[i - 1]) b += line(t.cueOut[i - 1]) + "^N" + kCRLF;
-    f.progressValue = i;
+    f.setProgress(i);
     const u16 body = subtitleBody(t.text[i]);
     const long cr = instr(body, u"\r");
     if (cr <= 1) {

@@ -115,7 +115,7 @@ void llenarDVDM(Station& st, FormDVDMaestro& f) {
   for (int i = 1; i <= t.count(); ++i) {
     if (f.cancelarDVDM) return;  // the pointer stays busy until the next operation
     if (!t.isSubtitle[i]) continue;
-    f.progressValue = i;
+    f.setProgress(i);
     f.strarchivo += SEGaTC(t.cueIn[i], fps) + u",   " + SEGaTC(t.cueOut[i], fps) + u",   " +
                     replaceAll(subtitleBody(t.text[i]), u"\r", u"|") + u"         " + kCRLF;
   }

@@ -4,6 +4,7 @@
 // controls by name; the generators read them.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,13 @@ class FormModel {
   int progressValue = 0;
   bool visible = false;
   bool loaded = false;
+  // Told each time the generator moves the progress bar, so that a window
+  // can show it and let the operator press `CommandProximo` to stop a long run.
+  std::function<void()> progressMoved;
+  void setProgress(int value) {
+    progressValue = value;
+    if (progressMoved) progressMoved();
+  }
 
   FormControl* find(std::string_view name);
   const FormControl* find(std::string_view name) const;

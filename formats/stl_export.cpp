@@ -355,7 +355,7 @@ void llenarTTI(Station& st, FormaSTL& f) {
   for (int i = 1; i <= t.count(); ++i) {
     if (f.cancelarSTL) break;
     if (!t.isSubtitle[i]) continue;
-    f.progressValue = i;
+    f.setProgress(i);
     std::string block;
     block += '\x00';
     block += static_cast<char>(i & 0xFF);

@@ -117,7 +117,7 @@ void llenarSUB(Station& st, FormSUB& f) {
   for (int i = 1; i <= t.count(); ++i) {
     if (f.cancelarSUB) return;
     if (!t.isSubtitle[i]) continue;
-    f.progressValue = i;
+    f.setProgress(i);
     const char16_t mark = t.styleChar[i];
     int digit = static_cast<int>(leadingNumber(u16(1, t.posDigit[i])));
     std::string block = ansiToAscii(f[vposName(digit >= 0 && digit <= 9 ? digit : 0)]);

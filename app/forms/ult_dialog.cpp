@@ -1,0 +1,101 @@
+#include "app/forms/ult_dialog.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/forms/form_dialog.h"
+
+namespace quillon {
+
+namespace {
+QString qs(const u16& t) { return QString::fromUtf16(t.data(), static_cast<qsizetype>(t.size())); }
+}  // namespace
+
+UltDialog::UltDialog(Station& st, FormCCult& form, QWidget* parent) : QDialog(parent), st_(st), form_(form) {
+  setWindowTitle(qs(form_.title));
+  setWindowModality(Qt::ApplicationModal);
+  auto* outer = new QVBoxLayout(this);
+  auto* fields = new QFormLayout;
+  outer->addLayout(fields);
+  for (const auto& f : form_.fields) {
+    QWidget* w = nullptr;
+    if (!f.list.empty()) {
+      auto* combo = new QComboBox;
+      for (const auto& item : f.list) combo->addItem(qs(item));
+      w = combo;
+    } else {
+      w = new QLineEdit;
+    }
+    w->setObjectName(QString::fromStdString(f.control));
+    controls_[f.control] = w;
+    fields->addRow(qs(f.label), w);
+  }
+  progress_ = new QProgressBar;
+  progress_->setObjectName("ProgressBar1");
+  progress_->setTextVisible(false);
+  outer->addWidget(progress_);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  proximo_ = new QPushButton(tr("OK"));
+  proximo_->setObjectName("CommandProximo");
+  proximo_->setDefault(true);
+  buttons->addWidget(proximo_);
+  outer->addLayout(buttons);
+  connect(proximo_, &QPushButton::clicked, this, &UltDialog::onProximo);
+  progressTimer_.setInterval(30);
+  connect(&progressTimer_, &QTimer::timeout, this, &UltDialog::showProgress);
+  loadFromModel();
+}
+
+QWidget* UltDialog::control(const std::string& name) const {
+  auto it = controls_.find(name);
+  return it == controls_.end() ? nullptr : it->second;
+}
+
+void UltDialog::loadFromModel() {
+  for (const auto& f : form_.fields)
+    if (QWidget* w = control(f.control)) setWidgetText(w, f.value);
+  proximo_->setText(qs(form_.commandProximoCaption));
+  showProgress();
+  if (form_.visible && !isVisible()) show();
+  else if (!form_.visible && isVisible()) hide();
+}
+
+void UltDialog::storeToModel() {
+  for (auto& f : form_.fields)
+    if (const QWidget* w = control(f.control)) f.value = widgetText(w);
+}
+
+void UltDialog::showProgress() {
+  progress_->setMaximum(static_cast<int>(std::max(1L, form_.progressMax)));
+  progress_->setValue(static_cast<int>(std::min<long>(form_.progressValue, progress_->maximum())));
+}
+
+void UltDialog::onProximo() {
+  if (running_) {
+    formCCultProximo(st_, form_);
+    return;
+  }
+  storeToModel();
+  running_ = true;
+  proximo_->setText(tr("Cancel"));
+  progressTimer_.start();
+  const bool written = formCCultProximo(st_, form_);
+  progressTimer_.stop();
+  running_ = false;
+  loadFromModel();
+  emit runEnded(written);
+}
+
+void UltDialog::reject() {
+  if (running_) formCCultProximo(st_, form_);
+  form_.visible = false;
+  QDialog::reject();
+}
+
+}  // namespace quillon
