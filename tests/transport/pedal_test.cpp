@@ -1,0 +1,117 @@
+#include "transport/pedal.h"
+
+#include <gtest/gtest.h>
+
+#include "transport/transport_fixture.h"
+
+namespace quillon {
+namespace {
+
+using testing::TransportStation;
+
+struct PedalStation : TransportStation {
+  PedalStation() {
+    port.open(1);
+    openTaggedVideo();
+    ira(st, 50);
+    ui.pumpStep = 0.01;
+  }
+};
+
+TEST(Pedal, TwoPedalsWithinHalfASecondActOnceByTheLater) {
+  PedalStation t;
+  t.port.lineChange(CommEvent::comEvCTS);
+  t.run(0.2);
+  t.port.lineChange(CommEvent::comEvCD);
+  t.run(0.25);
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 50);  // still settling
+  t.run(0.1);
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 45);  // rewind only, once
+  EXPECT_FALSE(t.st.view.Timer2.enabled);
+  t.run(2);
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 45);
+}
+
+TEST(Pedal, PressAndReleaseActOnceAndALateReleaseActsAgain) {
+  PedalStation t;
+  t.port.lineChange(CommEvent::comEvCTS);
+  t.run(0.3);
+  t.port.lineChange(CommEvent::comEvCTS);  // released within the half second
+  t.run(1);
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 55);
+  t.port.lineChange(CommEvent::comEvCTS);
+  t.run(1);
+  t.port.lineChange(CommEvent::comEvCTS);  // released after it
+  t.run(1);
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 65);
+}
+
+TEST(Pedal, MiddlePedalTogglesPlayAndJumpsStopAtTheEnd) {
+  PedalStation t;
+  t.ui.pointer = Pointer::Hourglass;
+  t.port.lineChange(CommEvent::comEvDSR);
+  t.run(0.6);
+  EXPECT_TRUE(t.st.s.g_fVideoRun);
+  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Stop");
+  EXPECT_EQ(t.ui.pointer, Pointer::Default);
+  t.port.lineChange(CommEvent::comEvDSR);
+  t.run(0.6);
+  EXPECT_FALSE(t.st.s.g_fVideoRun);
+
+  t.st.s.footpedaljump = 30;
+  ira(t.st, 100);
+  t.port.lineChange(CommEvent::comEvCTS);
+  t.run(0.6);
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 120);
+  t.port.lineChange(CommEvent::comEvRing);  // no pedal on that line
+  t.run(0.6);
+  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 120);
+}
+
+TEST(Pedal, NothingWithoutAVideo) {
+  TransportStation t;
+  t.port.open(1);
+  t.port.lineChange(CommEvent::comEvDSR);
+  t.run(1);
+  EXPECT_FALSE(t.st.s.g_fVideoRun);
+  EXPECT_EQ(t.st.s.lastfootpedalevent, 4);
+}
+
+TEST(PedalPort, MenuOpensOnlyWhenNoPortIsOpen) {
+  TransportStation t;
+  t.port.presentPorts = {1, 2};
+  mnu_footpedalcom(t.st, 3);  // the machine has no COM3
+  EXPECT_EQ(t.ui.lastBox().text, u"An error occured trying to open serial port COM3.");
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
+  mnu_footpedalcom(t.st, 2);
+  EXPECT_EQ(t.ui.lastBox().text, u"Serial Port COM2 opened for foot pedal communications.");
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::Information);
+  EXPECT_TRUE(t.st.view.menu("mnu_footpedalcom2").checked);
+  // Any port, the same one too, fails while one is open; the marks stay.
+  mnu_footpedalcom(t.st, 2);
+  EXPECT_EQ(t.ui.lastBox().text, u"An error occured trying to open serial port COM2.");
+  mnu_footpedalcom(t.st, 1);
+  EXPECT_TRUE(t.st.view.menu("mnu_footpedalcom2").checked);
+  EXPECT_FALSE(t.st.view.menu("mnu_footpedalcom1").checked);
+  EXPECT_EQ(t.st.s.commPort, 1);  // the setting is not changed
+}
+
+TEST(PedalPort, JumpTimeIsKeptBetweenZeroAndThirty) {
+  TransportStation t;
+  t.ui.inputs = {u"12", u"31", u"", u"-1", u"0"};
+  mnu_footpedaljump(t.st);
+  EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter jump time when pressing FWD and REW pedals");
+  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 12);
+  mnu_footpedaljump(t.st);
+  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 5);
+  t.st.s.footpedaljump = 7;
+  mnu_footpedaljump(t.st);
+  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 7);
+  mnu_footpedaljump(t.st);
+  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 5);
+  mnu_footpedaljump(t.st);
+  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 0);
+}
+
+}  // namespace
+}  // namespace quillon
