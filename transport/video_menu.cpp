@@ -33,7 +33,10 @@ void showChrome(Station& st, bool visible) {
 }  // namespace
 
 void mnu_vid_slo_rate(Station& st) {
-  auto answer = st.ui.inputBox(u"Enter slow motion speed (10-90)", g_appTitle, numberText(st.s.slowRate * 100));
+  // Rounded so that a rate of 0.9 is offered as "90", not as the binary
+  // product's 90.00000000000001, which would read back out of range.
+  const double percent = std::round(st.s.slowRate * 100 * 1e9) / 1e9;
+  auto answer = st.ui.inputBox(u"Enter slow motion speed (10-90)", g_appTitle, numberText(percent));
   if (!answer || answer->empty()) return;
   double rate = leadingNumber(*answer) / 100;
   if (rate < 0.1 || rate > 0.9) rate = 0.25;

@@ -134,6 +134,12 @@ TEST(VideoMenu, SlowMotionRateAndToggle) {
   EXPECT_DOUBLE_EQ(t.st.s.slowRate, 0.25);  // 0.05 is out of range
   mnu_vid_slo_rate(t.st);
   EXPECT_DOUBLE_EQ(t.st.s.slowRate, 0.9);
+  {
+    TransportStation u;  // the default offered reads back as the same rate
+    u.st.s.slowRate = 0.9;
+    mnu_vid_slo_rate(u.st);
+    EXPECT_EQ(u.st.s.slowRate, 0.9);
+  }
   mnu_vid_slo_rate(t.st);
   EXPECT_DOUBLE_EQ(t.st.s.slowRate, 0.1);
   mnu_vid_slo_rate(t.st);  // empty answer keeps the rate
