@@ -22,10 +22,12 @@ std::string folderOf(const std::string& path) {
 }
 
 // Runs the video from where it stands until the position reaches `until`,
-// then pauses it. Ends early when the video stops by itself at its end.
+// then pauses it. Ends early when the video stops by itself at its end, or
+// when a player that does not move has had two seconds more than needed.
 void playUntil(Station& st, double until) {
+  const double deadline = st.ui.timeOfDay() + (until - st.s.g_dblPosActual) + 2;
   videostart(st);
-  while (st.s.g_dblPosActual < until && st.s.g_fVideoRun) st.ui.pumpEvents();
+  while (st.s.g_dblPosActual < until && st.s.g_fVideoRun && st.ui.timeOfDay() < deadline) st.ui.pumpEvents();
   videostop(st);
 }
 
@@ -139,6 +141,7 @@ void abrirvideo(Station& st, const u16& path) {
 }
 
 void tagcurrentfile(Station& st) {
+  if (!videoOpen(st)) return;
   Session& s = st.s;
   ViewState& v = st.view;
   leaveSlowMotion(st);

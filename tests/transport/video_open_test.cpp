@@ -242,5 +242,15 @@ TEST(TagCurrentFile, EmptyOrBadAnswersLeaveTheWindowAndShowTheLabels) {
   EXPECT_EQ(t.ui.inputPrompts.size(), 3u);
 }
 
+TEST(TagCurrentFile, APlayerThatDoesNotMoveStillReachesTheBoxes) {
+  TransportStation t;
+  t.openTaggedVideo(60);
+  t.player.failing.insert("run");
+  t.ui.inputs = {u"10:00:01:00", u"10:01:00:00"};
+  tagcurrentfile(t.st);
+  EXPECT_EQ(t.ui.inputPrompts.size(), 2u);
+  EXPECT_DOUBLE_EQ(t.st.s.tcStart, 36000);
+}
+
 }  // namespace
 }  // namespace quillon
