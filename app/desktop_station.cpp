@@ -1,0 +1,248 @@
+#include "app/desktop_station.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QOpenGLWidget>
+
+#include "app/menu_commands.h"
+#include "captions/caption_checks.h"
+#include "core/serial_port.h"
+#include "script/document_files.h"
+#include "simulation/frame_table.h"
+#include "subtitling/rule_checks.h"
+#include "subtitling/timing_loop.h"
+#include "transport/simulated_player.h"
+#include "transport/startup.h"
+#include "transport/timers.h"
+#include "transport/video_commands.h"
+
+#ifdef HAVE_QUILLON_MPV
+#include "transport/mpv/mpv_player.h"
+#endif
+#ifdef HAVE_QUILLON_MPV_WIDGET
+#include "transport/mpv/mpv_video_widget.h"
+#endif
+#ifdef HAVE_QUILLON_SERIAL
+#include "transport/serial/posix_serial_port.h"
+#endif
+#ifdef HAVE_QUILLON_DOCFILES
+#include "script/files/office_formats.h"
+#endif
+#ifdef HAVE_QUILLON_SCRIPTWIN
+#include "app/scriptwin/script_window.h"
+#endif
+#ifdef HAVE_QUILLON_FORMS
+#include "app/forms/station_forms.h"
+#endif
+
+namespace quillon {
+
+namespace {
+
+// The player as the logic sees it. Before a file is loaded the picture's
+// drawing surface must exist, so the window is shown and its OpenGL
+// prepared first.
+class PictureFirstPlayer : public MediaPlayer {
+ public:
+  PictureFirstPlayer(MediaPlayer& inner, std::function<void()> beforeLoad)
+      : inner_(inner), beforeLoad_(std::move(beforeLoad)) {}
+
+  bool renderFile(const std::string& path) override {
+    beforeLoad_();
+    return inner_.renderFile(path);
+  }
+  bool isOpen() const override { return inner_.isOpen(); }
+  void run() override { inner_.run(); }
+  void pause() override { inner_.pause(); }
+  void stop() override { inner_.stop(); }
+  void release() override { inner_.release(); }
+  double duration() override { return inner_.duration(); }
+  double currentPosition() override { return inner_.currentPosition(); }
+  void setCurrentPosition(double seconds) override { inner_.setCurrentPosition(seconds); }
+  void setRate(double rate) override { inner_.setRate(rate); }
+  void setVolume(long volume) override { inner_.setVolume(volume); }
+  void setBalance(long balance) override { inner_.setBalance(balance); }
+  void setWindow(int left, int top, int width, int height, bool visible) override {
+    inner_.setWindow(left, top, width, height, visible);
+  }
+  double quickTimeStartTimecode(const std::string& path, int fps) override {
+    return inner_.quickTimeStartTimecode(path, fps);
+  }
+
+ private:
+  MediaPlayer& inner_;
+  std::function<void()> beforeLoad_;
+};
+
+}  // namespace
+
+DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(options)) {
+  // The closing path alone ends the program; windows coming and going
+  // (the splash, full screen) do not.
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+#ifdef HAVE_QUILLON_DOCFILES
+  registerOfficeDocumentFormats();
+#endif
+#ifdef HAVE_QUILLON_MPV
+  MpvOptions mpv;
+  mpv.videoOutput = options_.picture ? "libmpv" : "null";
+  mpv.audioOutput = options_.audioOutput;
+  auto mpvPlayer = std::make_unique<MpvPlayer>(mpv);
+  if (mpvPlayer->created()) {
+#ifdef HAVE_QUILLON_MPV_WIDGET
+    if (options_.picture) video_ = new MpvVideoWidget(*mpvPlayer);
+#endif
+    player_ = std::move(mpvPlayer);
+  }
+#else
+  player_ = std::make_unique<SimulatedPlayer>([this] { return ui_.timeOfDay(); });
+#endif
+#ifdef HAVE_QUILLON_SERIAL
+  if (options_.pedal) port_ = std::make_unique<PosixSerialPort>();
+#endif
+
+  station_ = std::make_unique<Station>(ui_);
+  Station& st = *station_;
+  window_ = std::make_unique<MainWindow>(st, video_);
+  if (player_) {
+    playerSeam_ = std::make_unique<PictureFirstPlayer>(*player_, [this] { prepareForPicture(); });
+    st.player = playerSeam_.get();
+  }
+  st.port = port_.get();
+  st.doc = &docs_;
+
+  installTransport(st);
+  installTimingCommands(st);
+  installSubtitleChecks(st);
+  installCaptionChecks(st);
+  st.cleanSubtitlesArray = [](Station& s) { cleanSubtitlesArray(s.s); };
+  st.clickMenu = [](Station& s, std::string_view item) { clickMenuItem(s, item); };
+  st.endProgram = [this](Station&) { endProgram(); };
+
+  ui_.beforePump = [this] { refresh(); };
+  ui_.dialogParent = [this]() -> QWidget* { return window_ && window_->isVisible() ? window_.get() : nullptr; };
+  window_->afterCommand = [this] { refresh(); };
+  window_->closeRequested = [this] { close(); };
+
+  timer_.setSingleShot(true);
+  timer_.setTimerType(Qt::PreciseTimer);
+  connect(&timer_, &QTimer::timeout, this, &DesktopStation::tick);
+  if (port_) {
+    // The pedal's line changes are queued on the port's own thread; its
+    // timers run here, on the window thread.
+    port_->setEventNotifier([this] {
+      QMetaObject::invokeMethod(this, [this] { tick(); }, Qt::QueuedConnection);
+    });
+  }
+
+#ifdef HAVE_QUILLON_FORMS
+  installForms(st, window_.get(), [](std::string_view item, std::function<void(Station&)> command) {
+    setMenuCommand(item, std::move(command));
+  });
+#endif
+#ifdef HAVE_QUILLON_SCRIPTWIN
+  if (options_.scriptWindow) {
+    ScriptWindow* scripts = installScriptWindow(st, ui_, this);
+    service_ = &scripts->service();
+    if (!options_.scriptPath.empty()) scripts->openFile(options_.scriptPath);
+  }
+#endif
+  if (service_ == &docs_ && !options_.scriptPath.empty()) {
+    std::string error;
+    if (auto doc = loadDocumentFile(options_.scriptPath, error))
+      docs_.addDocument(std::move(doc));
+    else
+      warning(ui_, fromUtf8(error));
+  }
+  armTimers();
+}
+
+DesktopStation::~DesktopStation() {
+  timer_.stop();
+  if (port_) {
+    port_->setEventNotifier(nullptr);
+    port_->close();
+  }
+  ui_.beforePump = nullptr;
+  if (window_) {
+    window_->afterCommand = nullptr;
+    window_->closeRequested = nullptr;
+  }
+  // The picture goes before the player that feeds it.
+  window_.reset();
+  station_.reset();
+  playerSeam_.reset();
+  player_.reset();
+}
+
+bool DesktopStation::start(const u16& videoPath) {
+  // The entry procedure hands the video on as a command line carries it,
+  // in quotation marks, which the opening takes off again.
+  const u16 commandLine = videoPath.empty() ? u16() : u"\"" + videoPath + u"\"";
+  const bool opened = startStation(*station_, commandLine);
+  refresh();
+  return opened && !ended_;
+}
+
+void DesktopStation::close() {
+  if (ended_) return;
+  window_->run([](Station& st) { unloadMainForm(st); });
+}
+
+void DesktopStation::endProgram() {
+  ended_ = true;
+  // Loops that pump find their flags down and unwind; nothing more runs.
+  Session& s = station_->s;
+  s.g_fsim = s.g_fspot = s.g_fedit = false;
+  station_->view.visible = false;
+  station_->view.splashVisible = false;
+  station_->view.overlays.FormaSub.Visible = false;
+  station_->view.overlays.FormaCC.Visible = false;
+  station_->view.overlays.Text1.Visible = false;
+  window_->refresh();
+  timer_.stop();
+  if (options_.quitApplication) QCoreApplication::exit(0);
+}
+
+void DesktopStation::refresh() {
+  if (refreshing_ || !window_) return;
+  refreshing_ = true;
+  window_->refresh();
+  refreshing_ = false;
+  armTimers();
+}
+
+void DesktopStation::armTimers() {
+  if (ended_) return;
+  // The next timer due, and at the longest Timer1's interval, so that a
+  // pump waiting for events always wakes within one tick.
+  const ViewState& v = station_->view;
+  const double now = ui_.timeOfDay();
+  double next = now + v.Timer1.interval / 1000.0;
+  for (const TimerState* t : {&v.Timer1, &v.Timer2, &v.Timer4})
+    if (t->enabled) next = std::min(next, t->due);
+  const int ms = std::max(0, static_cast<int>(std::ceil((next - now) * 1000.0)));
+  timer_.start(ms);
+}
+
+void DesktopStation::tick() {
+  if (ended_) return;
+  fireDueTimers(*station_);
+  refresh();
+}
+
+bool DesktopStation::prepareForPicture() {
+  auto* gl = qobject_cast<QOpenGLWidget*>(video_);
+  if (!gl) return true;
+  window_->refresh();
+  QElapsedTimer waited;
+  waited.start();
+  while (!gl->isValid() && waited.elapsed() < 3000) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+  return gl->isValid();
+}
+
+}  // namespace quillon

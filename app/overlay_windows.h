@@ -1,0 +1,105 @@
+// The windows that float over the picture: the subtitle overlay FormaSub,
+// the caption overlay FormaCC, the dubbing text box Text1, and the splash
+// window frminicio. Each renders its part of the view state and hands its
+// keys and mouse presses to the logic.
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QWidget>
+
+#include "core/station.h"
+
+namespace quillon {
+
+// 24-bit colour with blue in the high byte, as Qt takes it.
+QColor bgrColor(uint32_t c);
+
+// A top-most borderless window over the main window.
+class OverlayWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  OverlayWindow(Station& st, QWidget* owner);
+  // Runs after each event the logic has handled, so the windows follow.
+  std::function<void()> afterEvent;
+
+ protected:
+  void done() {
+    if (afterEvent) afterEvent();
+  }
+  Station& st_;
+};
+
+class FormaSubWindow : public OverlayWindow {
+  Q_OBJECT
+
+ public:
+  FormaSubWindow(Station& st, QWidget* owner);
+  void render(const FormaSubState& f, int fontPoints);
+  QLabel* line1() const { return lines_[0]; }
+  QLabel* line2() const { return lines_[1]; }
+
+ protected:
+  bool event(QEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;
+  void mousePressEvent(QMouseEvent* e) override;
+  void mouseReleaseEvent(QMouseEvent* e) override;
+  bool eventFilter(QObject* watched, QEvent* e) override;
+
+ private:
+  std::array<QLabel*, 2> lines_{};
+};
+
+class FormaCCWindow : public OverlayWindow {
+  Q_OBJECT
+
+ public:
+  FormaCCWindow(Station& st, QWidget* owner);
+  void render(const FormaCCState& f);
+  QLabel* row(int i) const { return rows_.at(static_cast<size_t>(i - 1)); }
+
+ protected:
+  bool event(QEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;
+  void mousePressEvent(QMouseEvent* e) override;
+  void mouseReleaseEvent(QMouseEvent* e) override;
+  bool eventFilter(QObject* watched, QEvent* e) override;
+
+ private:
+  // Rows 1 to 4 of Labline, then Line1 and Line2 of the caption timing.
+  std::array<QLabel*, 6> rows_{};
+};
+
+// Text1: the dialogue of a dubbing block, highlighted as far as the actor
+// should have come.
+class Text1Window : public OverlayWindow {
+  Q_OBJECT
+
+ public:
+  Text1Window(Station& st, QWidget* owner);
+  void render(const Text1State& t);
+  QPlainTextEdit* box() const { return box_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* e) override;
+
+ private:
+  QPlainTextEdit* box_;
+  u16 shownText_;
+  int shownStart_ = -1, shownLength_ = -1, shownAlignment_ = -1;
+};
+
+// frminicio, the splash window of the start.
+class SplashWindow : public QWidget {
+ public:
+  SplashWindow();
+
+ protected:
+  void paintEvent(QPaintEvent* e) override;
+};
+
+}  // namespace quillon

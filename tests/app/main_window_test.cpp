@@ -1,0 +1,233 @@
+#include <QAbstractButton>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSlider>
+#include <QTest>
+#include <QToolBar>
+
+#include <gtest/gtest.h>
+
+#include "app/menu_commands.h"
+#include "app/overlay_windows.h"
+#include "app/vk_keys.h"
+#include "app_fixture.h"
+#include "core/menu_table.h"
+#include "support/station_fixture.h"
+
+namespace quillon::testing {
+namespace {
+
+TEST(QtUi, FileFiltersBecomeQtFilters) {
+  EXPECT_EQ(qtFileFilter(u"Media files|*.avi;*.wmv;*.asf;*.mov;*.mpg;*.mpeg|All files|*.*"),
+            "Media files (*.avi *.wmv *.asf *.mov *.mpg *.mpeg);;All files (*.*)");
+  EXPECT_EQ(qtFileFilter(u"EBU (*.stl)|*.stl"), "EBU (*.stl) (*.stl)");
+  EXPECT_EQ(qtFileFilter(u""), "");
+}
+
+TEST(QtUi, KeysBecomeVirtualKeyCodes) {
+  EXPECT_EQ(virtualKey(Qt::Key_5, false), 53);
+  EXPECT_EQ(virtualKey(Qt::Key_5, true), 101);
+  EXPECT_EQ(virtualKey(Qt::Key_Minus, true), 109);
+  EXPECT_EQ(virtualKey(Qt::Key_Plus, true), 107);
+  EXPECT_EQ(virtualKey(Qt::Key_F12, false), 123);
+  EXPECT_EQ(virtualKey(Qt::Key_G, false), 71);
+  EXPECT_EQ(virtualKey(Qt::Key_Escape, false), 27);
+  EXPECT_EQ(virtualKey(Qt::Key_Backspace, false), 8);
+  EXPECT_EQ(shiftMask(Qt::ControlModifier | Qt::ShiftModifier), 3);
+}
+
+// Answers the next modal box from inside its own event loop.
+template <class Box>
+void answerNextBox(QObject& guard, std::function<void(Box*)> act) {
+  every(guard, 10, [act] {
+    auto* box = qobject_cast<Box*>(QApplication::activeModalWidget());
+    if (!box) return true;
+    act(box);
+    return false;
+  });
+}
+
+TEST(QtUi, MessageBoxCarriesTitleIconAndDefaultButton) {
+  application();
+  QtUi ui;
+  QObject guard;
+  QString title, text;
+  QMessageBox::Icon icon{};
+  answerNextBox<QMessageBox>(guard, [&](QMessageBox* b) {
+    title = b->windowTitle();
+    text = b->text();
+    icon = b->icon();
+    b->defaultButton()->click();
+  });
+  EXPECT_EQ(msgBox(ui, u"Delete the timing?", Buttons::YesNo, Icon::Exclamation, 2), Answer::No);
+  EXPECT_EQ(title, "QUILLON");
+  EXPECT_EQ(text, "Delete the timing?");
+  EXPECT_EQ(icon, QMessageBox::Warning);
+
+  answerNextBox<QMessageBox>(guard, [&](QMessageBox* b) {
+    icon = b->icon();
+    b->reject();
+  });
+  EXPECT_EQ(msgBox(ui, u"Stop?", Buttons::OKCancel, Icon::Critical), Answer::Cancel);
+  EXPECT_EQ(icon, QMessageBox::Critical);
+}
+
+TEST(QtUi, InputBoxOffersItsDefaultAndTellsCancelApart) {
+  application();
+  QtUi ui;
+  QObject guard;
+  QString offered;
+  answerNextBox<QInputDialog>(guard, [&](QInputDialog* d) {
+    offered = d->textValue();
+    d->setTextValue("0.50");
+    d->accept();
+  });
+  EXPECT_EQ(ui.inputBox(u"Enter delay time (Max. 1 sec.)", u"", u"0.3"), u16(u"0.50"));
+  EXPECT_EQ(offered, "0.3");
+  answerNextBox<QInputDialog>(guard, [](QInputDialog* d) { d->reject(); });
+  EXPECT_FALSE(ui.inputBox(u"Enter delay time (Max. 1 sec.)", u"", u"0.3").has_value());
+}
+
+TEST(QtUi, PumpWaitsForEventsInsteadOfSpinning) {
+  application();
+  QtUi ui;
+  QTimer t;
+  t.start(50);
+  int pumps = 0;
+  const double start = ui.timeOfDay();
+  while (ui.timeOfDay() - start < 0.5) {
+    ui.pumpEvents();
+    ++pumps;
+  }
+  // A pump that spun would turn thousands of times; waiting, about once a tick.
+  EXPECT_LT(pumps, 40);
+}
+
+TEST(MainWindow, EveryMenuItemOfTheTableIsThereWithItsCaption) {
+  RunningStation r;
+  r.desk->refresh();
+  MainWindow& w = r.window();
+  for (const MenuEntry& e : menuTable()) {
+    QAction* a = w.action(e.name);
+    ASSERT_NE(a, nullptr) << e.name;
+    EXPECT_EQ(a->text(), toQString(u16(e.caption))) << e.name;
+    EXPECT_EQ(a->isCheckable(), e.checkable) << e.name;
+    if (!e.parent.empty()) {
+      EXPECT_TRUE(w.menu(e.parent)->actions().contains(a)) << e.name;
+    }
+  }
+  EXPECT_EQ(w.menuBar()->actions().size(), 7);
+  // Items the view state disables or hides follow it.
+  r.st().view.menu("mnu_sub_edit").enabled = false;
+  r.st().view.menu("mnu_sim_con").checked = true;
+  r.st().view.menu("mnu_WYS_font").visible = false;
+  r.desk->refresh();
+  EXPECT_FALSE(w.action("mnu_sub_edit")->isEnabled());
+  EXPECT_TRUE(w.action("mnu_sim_con")->isChecked());
+  EXPECT_FALSE(w.action("mnu_WYS_font")->isVisible());
+}
+
+TEST(MainWindow, EveryLeafItemWithACommandIsWired) {
+  // Items that open a submenu carry no command; the rest should, except
+  // the few whose dialogs live elsewhere.
+  std::set<std::string_view> parents;
+  for (const MenuEntry& e : menuTable()) parents.insert(e.parent);
+  int missing = 0;
+  for (const MenuEntry& e : menuTable())
+    if (!parents.count(e.name) && !e.parent.empty() && !menuCommand(e.name)) ++missing;
+  EXPECT_LE(missing, 12);
+}
+
+TEST(MainWindow, RendersLabelsPanelsToolbarAndCaption) {
+  RunningStation r;
+  ViewState& v = r.st().view;
+  v.LabTimecode.caption = u"00:00:01:05";
+  v.LabDur.visible = false;
+  v.setPanel(3, u"14", u"Reading speed = 14 characters per second.");
+  v.panel(7).enabled = false;
+  v.toolbarButton(6).caption = u"Stop";
+  v.toolbarButton(6).image = 2;
+  v.caption = u"QUILLON: clip.avi - 25FPS";
+  v.visible = true;
+  r.desk->refresh();
+  MainWindow& w = r.window();
+  EXPECT_EQ(w.LabTimecode()->text(), "00:00:01:05");
+  EXPECT_FALSE(w.LabDur()->isVisible());
+  EXPECT_EQ(w.panel(3)->text(), "14");
+  EXPECT_EQ(w.panel(3)->toolTip(), "Reading speed = 14 characters per second.");
+  EXPECT_FALSE(w.panel(7)->isEnabled());
+  EXPECT_EQ(w.toolbarButton(6)->text(), "Stop");
+  EXPECT_EQ(w.toolbarButton(6)->toolTip(), "Play");
+  EXPECT_EQ(w.Toolbar1()->actions().size(), 11);
+  EXPECT_EQ(w.windowTitle(), "QUILLON: clip.avi - 25FPS");
+  // A fixed window: no resizing, no maximising.
+  EXPECT_EQ(w.minimumSize(), w.maximumSize());
+  EXPECT_FALSE(w.windowFlags() & Qt::WindowMaximizeButtonHint);
+  EXPECT_EQ(w.videoArea()->geometry(), QRect(5, 0, 360, 270));
+}
+
+TEST(MainWindow, StartsOnTheCommandLineVideoWithTheSliderFocused) {
+  const std::string video = sampleVideo();
+  if (video.empty()) GTEST_SKIP() << "no sample media";
+  RunningStation r;
+  ASSERT_TRUE(r.desk->start(fromUtf8(video)));
+  MainWindow& w = r.window();
+  EXPECT_TRUE(w.isVisible());
+  EXPECT_FALSE(w.splash()->isVisible());
+  EXPECT_EQ(r.st().s.videoFile, fromUtf8(video));
+  EXPECT_EQ(w.windowTitle(), toQString(u"QUILLON: " + fromUtf8(video) + u" - 30FPS"));
+  EXPECT_EQ(w.toolbarButton(6)->text(), "Stop");
+  EXPECT_EQ(w.slVideo()->maximum(), 10);
+  ASSERT_TRUE(r.waitUntil([&] { return QApplication::focusWidget() == static_cast<QWidget*>(w.slVideo()); }, 2));
+
+  // Keys work at once: Enter pauses, Home goes to the start, a digit jumps.
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_FALSE(r.st().s.g_fVideoRun);
+  EXPECT_EQ(w.toolbarButton(6)->text(), "Play");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_3);
+  EXPECT_NEAR(r.st().s.g_dblPosActual, 3.0, 0.05);
+  EXPECT_EQ(w.LabTimecode()->text(), "00:00:03:00");
+  EXPECT_EQ(w.slVideo()->value(), 3);
+  // A marker set with F2 shows in its menu item.
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
+  EXPECT_EQ(w.action("mnu_iramarca2")->text(), "Marker &2 = 00:00:03:00");
+  EXPECT_TRUE(w.action("mnu_iramarca2")->isEnabled());
+}
+
+TEST(MainWindow, ClosingRewritesTheSettingsLine) {
+  const std::string video = sampleVideo();
+  if (video.empty()) GTEST_SKIP() << "no sample media";
+  RunningStation r;
+  ASSERT_TRUE(r.desk->start(fromUtf8(video)));
+  r.st().s.readingSpeed = 9;
+  r.window().close();
+  EXPECT_TRUE(r.desk->ended());
+  EXPECT_FALSE(r.window().isVisible());
+  const std::string line = readFile(r.configDir + "/defaults.dat");
+  ASSERT_GE(line.size(), 47u);
+  EXPECT_EQ(line.substr(16, 2), "09");
+}
+
+TEST(MainWindow, CancellingTheOpeningDialogEndsTheStation) {
+  RunningStation r;
+  QObject guard;
+  QString title, filter;
+  answerNextBox<QFileDialog>(guard, [&](QFileDialog* d) {
+    title = d->windowTitle();
+    filter = d->nameFilters().join(";;");
+    d->reject();
+  });
+  EXPECT_FALSE(r.desk->start(u""));
+  EXPECT_TRUE(r.desk->ended());
+  EXPECT_EQ(title, "Open video file");
+  EXPECT_EQ(filter, "Media files (*.avi *.wmv *.asf *.mov *.mpg *.mpeg);;All files (*.*)");
+  EXPECT_FALSE(readFile(r.configDir + "/defaults.dat").empty());
+}
+
+}  // namespace
+}  // namespace quillon::testing
