@@ -105,10 +105,10 @@ std::string sccWithPaintOn(Station& st) {
 bool writeSccFile(Station& st, const std::string& path) {
   st.ui.setPointer(Pointer::Hourglass);
   const std::string file = sccText(st);
-  std::string error;
-  bool ok = writeFileAtomically(path, file, &error);
+  // A failed write passes over without a box, as every export's does; the
+  // file that stood there is left as it was.
+  bool ok = writeFileAtomically(path, file);
   st.ui.setPointer(Pointer::Default);
-  if (!ok) critical(st.ui, u"Error: " + fromUtf8(error));
   return ok;
 }
 

@@ -143,11 +143,9 @@ bool formCCultProximo(Station& st, FormCCult& form) {
       st.ui.pumpEvents();
       cancelled = form.cancelRequested;
     }
-    std::string error;
     // A stopped export leaves the file empty, as a half-written one would be
-    // cut back to nothing.
-    written = writeFileAtomically(path, cancelled ? std::string() : bytes, &error) && !cancelled;
-    if (!error.empty()) critical(st.ui, u"Error: " + fromUtf8(error));
+    // cut back to nothing. A failed write passes over without a box.
+    written = writeFileAtomically(path, cancelled ? std::string() : bytes) && !cancelled;
   } else {
     msgBox(st.ui, u"Error: Wrong closed caption file extension");
   }

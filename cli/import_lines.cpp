@@ -1,9 +1,8 @@
 // quillon-cli import subl, dos850, srt, sub and unitext: the line-oriented
 // imports into a new tagged script, which SCRIPT receives.
-#include <filesystem>
-
 #include "cli/export_support.h"
 #include "cli/import_registry.h"
+#include "core/atomic_file.h"
 #include "formats/line_imports.h"
 
 namespace quillon::cli {
@@ -13,8 +12,10 @@ namespace {
 int runFileImport(Invocation& inv, bool (*handler)(Station&)) {
   FormatArgs a;
   if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
-  std::error_code ec;
-  if (!std::filesystem::is_regular_file(a.input, ec)) return inv.fail("cannot read " + a.input);
+  // The station stops silently on a file it cannot read; here the reason is
+  // told (missing, not a file, far too large).
+  std::string bytes, error;
+  if (!readWholeFile(a.input, bytes, &error)) return inv.fail(error);
   openEmptyDocument(inv);
   inv.ui.openPaths.push_back(a.input);
   int before = inv.ui.boxesShown;

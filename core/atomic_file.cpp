@@ -10,10 +10,30 @@
 namespace quillon {
 
 namespace {
-void setError(std::string* error, const std::string& what, const std::string& path, int err) {
-  if (error) *error = what + " " + path + ": " + std::strerror(err);
+
+std::vector<std::string>& writeFailures() {
+  static std::vector<std::string> failures;
+  return failures;
 }
+
+void setError(std::string* error, const std::string& what, const std::string& path, int err) {
+  std::string reason = what + " " + path + ": " + std::strerror(err);
+  // Only the latest few are kept: a window session may never ask for them.
+  if (what == "cannot write") {
+    auto& f = writeFailures();
+    if (f.size() >= 64) f.erase(f.begin());
+    f.push_back(reason);
+  }
+  if (error) *error = std::move(reason);
+}
+
 }  // namespace
+
+std::vector<std::string> takeWriteFailures() {
+  std::vector<std::string> out;
+  out.swap(writeFailures());
+  return out;
+}
 
 bool writeFileAtomically(const std::string& path, std::string_view bytes, std::string* error) {
   std::string dir = ".";
@@ -65,19 +85,30 @@ bool writeFileAtomically(const std::string& path, std::string_view bytes, std::s
   return true;
 }
 
-bool readWholeFile(const std::string& path, std::string& out, std::string* error) {
+bool readWholeFile(const std::string& path, std::string& out, std::string* error, size_t maxBytes) {
   out.clear();
-  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // Without O_NONBLOCK the open of a named pipe would wait for a writer.
+  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (fd < 0) {
     setError(error, "cannot read", path, errno);
     return false;
   }
   struct stat st {};
-  if (fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
+  const int statError = fstat(fd, &st) != 0 ? errno : 0;
+  if (statError || !S_ISREG(st.st_mode)) {
+    int e = S_ISDIR(st.st_mode) ? EISDIR : statError;
     ::close(fd);
-    setError(error, "cannot read", path, EISDIR);
+    if (error) *error = "cannot read " + path + ": " + (e ? std::strerror(e) : "not a regular file");
     return false;
   }
+  fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+  auto tooLarge = [&] {
+    ::close(fd);
+    out.clear();
+    if (error) *error = "cannot read " + path + ": larger than " + std::to_string(maxBytes >> 20) + " MB";
+    return false;
+  };
+  if (static_cast<unsigned long long>(st.st_size) > maxBytes) return tooLarge();
   char buf[65536];
   while (true) {
     ssize_t n = ::read(fd, buf, sizeof buf);
@@ -89,6 +120,8 @@ bool readWholeFile(const std::string& path, std::string& out, std::string* error
       return false;
     }
     if (n == 0) break;
+    // A file that grows while read, or a pipe, is held to the same bound.
+    if (out.size() + static_cast<size_t>(n) > maxBytes) return tooLarge();
     out.append(buf, static_cast<size_t>(n));
   }
   ::close(fd);

@@ -19,13 +19,9 @@ bool isOdt(const std::string& path) { return fileExtension(path) == "odt"; }
 
 std::unique_ptr<MemoryDocument> loadOfficeFile(const std::string& path, std::string& error) {
   std::string bytes;
-  if (!readWholeFile(path, bytes, &error)) return nullptr;
+  if (!readWholeFile(path, bytes, &error, kMaxFileBytes)) return nullptr;
   std::string problem;
-  std::unique_ptr<MemoryDocument> doc;
-  if (bytes.size() > kMaxFileBytes)
-    problem = "the file is too large for a script document";
-  else
-    doc = isOdt(path) ? loadOdt(bytes, problem) : loadDocx(bytes, problem);
+  std::unique_ptr<MemoryDocument> doc = isOdt(path) ? loadOdt(bytes, problem) : loadDocx(bytes, problem);
   if (!doc) error = "cannot read " + path + ": " + problem;
   return doc;
 }
