@@ -67,7 +67,10 @@ bool cargarTiming(Station& st) {
         ++k;
       } while (taken != TAB && taken != CR && p + k <= len);
       u16 token = mid(s, p, k - 1);
-      n = static_cast<long>(leadingNumber(token));
+      // Clamped before the conversion: a huge number in a damaged file must
+      // not overflow, and still ends the walk as any number past the table does.
+      const double number = leadingNumber(token);
+      n = number >= kScanCapacity ? kScanCapacity : number < 1 ? 0 : static_cast<long>(number);
       if (n < 1 || n >= kScanCapacity) {
         p += static_cast<long>(token.size()) + 1;
         continue;
