@@ -1,5 +1,7 @@
 #include "core/session.h"
 
+#include <algorithm>
+
 namespace quillon {
 
 ScanTable::ScanTable()
@@ -18,15 +20,31 @@ ScanTable::ScanTable()
 
 void ScanTable::clear() {
   // The whole capacity: a scan stopped on a fault leaves a count of 1 over
-  // entries it had already filled.
-  for (int i = 0; i <= kScanCapacity; ++i) {
-    cueIn[i] = cueOut[i] = 0;
-    text[i].clear();
-    posDigit[i] = alignChar[i] = styleChar[i] = u'\0';
-    noteText[i].clear();
-    isSubtitle[i] = voiceOn[i] = false;
-    voiceIndex[i] = 0;
-    records[i] = SubtitleRecord{};
+  // entries it had already filled. Each scan starts here, so the reset is
+  // done field by field without building a fresh record per entry.
+  std::fill(cueIn.begin(), cueIn.end(), 0.0);
+  std::fill(cueOut.begin(), cueOut.end(), 0.0);
+  std::fill(posDigit.begin(), posDigit.end(), u'\0');
+  std::fill(alignChar.begin(), alignChar.end(), u'\0');
+  std::fill(styleChar.begin(), styleChar.end(), u'\0');
+  std::fill(isSubtitle.begin(), isSubtitle.end(), false);
+  std::fill(voiceOn.begin(), voiceOn.end(), false);
+  std::fill(voiceIndex.begin(), voiceIndex.end(), 0.0);
+  for (auto& t : text) t.clear();
+  for (auto& t : noteText) t.clear();
+  static const SubtitleRecord kEmpty{};
+  for (auto& r : records) {
+    r.number = 0;
+    r.cueInSeconds = r.cueOutSeconds = 0;
+    r.cueInText.clear();
+    r.cueOutText.clear();
+    r.position = kEmpty.position;
+    r.alignment = kEmpty.alignment;
+    r.style = kEmpty.style;
+    r.line1.clear();
+    r.line2.clear();
+    r.dialogue = false;
+    r.imageFileName.clear();
   }
   subtitleCount = 0;
 }

@@ -16,6 +16,7 @@ inline constexpr int kScanCapacity = 19999;
 inline constexpr int kRosterCapacity = 999;
 
 // One per subtitle beside the scan arrays, for the rendering hand-over.
+// ScanTable::clear resets it field by field: a new field goes there too.
 struct SubtitleRecord {
   int number = 0;
   double cueInSeconds = 0, cueOutSeconds = 0;
