@@ -1,15 +1,13 @@
 // Interchange formats at script scale: the STL export of a whole script,
-// rule checks included, and the SRT import into a new document.
+// rule checks included. The imports are in imports.cpp.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
-#include <fstream>
 #include <string>
 #include <unistd.h>
 
 #include "core/scripted_ui.h"
 #include "core/station.h"
-#include "formats/line_imports.h"
 #include "formats/stl_export.h"
 #include "script/memory_document.h"
 #include "script/tag_grammar.h"
@@ -68,42 +66,5 @@ void BM_StlExport(benchmark::State& state) {
 }
 BENCHMARK(BM_StlExport)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
 
-void BM_SrtImport(benchmark::State& state) {
-  const int n = static_cast<int>(state.range(0));
-  const std::string path = tempPath("import.srt");
-  {
-    std::ofstream f(path, std::ios::binary);
-    for (int i = 0; i < n; ++i) {
-      int s = 10 + 4 * i;
-      char times[64];
-      std::snprintf(times, sizeof times, "%02d:%02d:%02d,500 --> %02d:%02d:%02d,250", s / 3600, s / 60 % 60, s % 60,
-                    (s + 3) / 3600, (s + 3) / 60 % 60, (s + 3) % 60);
-      f << i + 1 << "\r\n" << times << "\r\nSubtitle number " << i + 1 << " with \xC3\xA1" "cc\xC3\xA9nts\r\n"
-        << "and its second line\r\n\r\n";
-    }
-  }
-  for (auto _ : state) {
-    state.PauseTiming();
-    BenchStation b;
-    b.docs.documentsAdd();
-    b.ui.openPaths.push_back(path);
-    state.ResumeTiming();
-    if (!mnuSubImpSRT(b.st)) {
-      state.SkipWithError("import stopped");
-      break;
-    }
-    state.PauseTiming();
-    const bool complete = b.docs.active()->paragraphsCount() >= 4L * n;
-    state.ResumeTiming();
-    if (!complete) {
-      state.SkipWithError("subtitles missing");
-      break;
-    }
-  }
-  std::remove(path.c_str());
-  state.SetComplexityN(n);
-  state.SetItemsProcessed(state.iterations() * n);
-}
-BENCHMARK(BM_SrtImport)->Arg(499)->Arg(4999)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
 
 }  // namespace
