@@ -88,7 +88,7 @@ TEST_F(Parameters, CharactersPerRowSetPanelFourAndTheOverlayFont) {
   EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter max number of displayable characters per row");
 }
 
-TEST_F(Parameters, OptionItemsToggleTheirMarkAndFlag) {
+TEST_F(Parameters, OptionItemsToggleTheirPanelAndTheSimulationItemsExcludeEachOther) {
   mnu_sub_opc_chk(t.st);
   EXPECT_TRUE(t.st.s.readingSpeedCheck);
   EXPECT_TRUE(t.st.view.menu("mnu_sub_opc_chk").checked);
@@ -97,11 +97,6 @@ TEST_F(Parameters, OptionItemsToggleTheirMarkAndFlag) {
   mnu_sub_opc_chk(t.st);
   EXPECT_FALSE(t.st.view.panel(7).enabled);
   EXPECT_EQ(t.st.view.panel(7).toolTip, u"Reading speed check disabled.");
-
-  mnu_sub_opc_dis(t.st);
-  EXPECT_TRUE(t.st.s.checksDisabled);
-  mnu_situ_off(t.st);
-  EXPECT_EQ(t.st.s.inSituOffset, t.st.view.menu("mnu_situ_off").checked);
 
   t.st.view.menu("mnu_dub_opc_sim").checked = true;
   mnu_sub_opc_sim(t.st);

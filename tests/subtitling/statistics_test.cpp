@@ -34,31 +34,28 @@ TEST_F(Statistics, BoxCountsLinesCharactersAndWholeSubtitledMinutes) {
   EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
 }
 
-TEST_F(Statistics, SubtitledMinutesNeverExceedTheWholeMinutesOfTheWindow) {
+// The percentage counts whole minutes of the window only, none without a
+// window; a selection holding tags limits the count.
+TEST_F(Statistics, WindowAndSelectionShapeTheCounts) {
   t.open(kScript);
-  window(0, 150);  // two and a half minutes walked in three steps
-  auto text = subtitleStatistics(t.st);
-  ASSERT_TRUE(text);
-  EXPECT_NE(text->find(u"Subtitled minutes: 2 = 80%"), u16::npos) << toUtf8(*text);
-}
-
-TEST_F(Statistics, NoWindowGivesNoPercentageAndNoSubtitlesNoBox) {
-  t.open(kScript);
-  auto text = subtitleStatistics(t.st);
-  ASSERT_TRUE(text);
-  EXPECT_NE(text->find(u"Subtitled minutes: 0 = 00%"), u16::npos);
+  const struct {
+    double start, end;
+    long selectionEnd;
+    const char16_t* expected;
+  } cases[] = {{0, 150, 0, u"Subtitled minutes: 2 = 80%"},
+               {0, 0, 0, u"Subtitled minutes: 0 = 00%"},
+               {0, 240, 39, u"Total subtitles: 1\r"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(toUtf8(c.expected));
+    window(c.start, c.end);
+    t.docs.select({0, c.selectionEnd});
+    auto text = subtitleStatistics(t.st);
+    ASSERT_TRUE(text);
+    EXPECT_NE(text->find(c.expected), u16::npos) << toUtf8(*text);
+  }
   t.open(u"Just text\n");
   mnu_sim_est(t.st);
   EXPECT_TRUE(t.boxes().empty());
-}
-
-TEST_F(Statistics, TheSelectionIsCountedWhenItHoldsTags) {
-  t.open(kScript);
-  window(0, 240);
-  t.docs.select({0, 39});
-  auto text = subtitleStatistics(t.st);
-  ASSERT_TRUE(text);
-  EXPECT_NE(text->find(u"Total subtitles: 1\r"), u16::npos);
 }
 
 TEST_F(Statistics, ListShowsSubtitlesOnlyWithTheirLineBreakAsABar) {

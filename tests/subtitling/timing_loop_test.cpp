@@ -56,7 +56,7 @@ struct Interactive : ::testing::Test {
   }
 };
 
-TEST_F(Interactive, WritesThreeTagsLessTheDelayAndClearOfTimedSubtitles) {
+TEST_F(Interactive, WritesTagsClearOfTimedSubtitlesShowsTheTextAndUndoesTheLastTag) {
   timingLoop(t.st);
   EXPECT_EQ(t.content(), timed("00:00:01:00", "00:00:03:00", "Early") +
                              timed("00:00:03:01", "00:00:03:20", "One") +
@@ -69,10 +69,8 @@ TEST_F(Interactive, WritesThreeTagsLessTheDelayAndClearOfTimedSubtitles) {
   // then stopped on the timed text behind it.
   EXPECT_GE(t.st.s.g_dblPosActual, 16.0);
   EXPECT_LT(t.st.s.g_dblPosActual, 16.1);
-}
 
-TEST_F(Interactive, ShowsTheComingTwoLinesGreyThenWhite) {
-  timingLoop(t.st);
+  // The coming text grey, white from its cue-in on.
   const FormaSubState& f = seenBeforeCueIn;
   EXPECT_TRUE(f.Visible);
   EXPECT_EQ(f.Line1.caption, u"Two first line");
@@ -89,10 +87,7 @@ TEST_F(Interactive, ShowsTheComingTwoLinesGreyThenWhite) {
   // 31 characters at 14 a second after the cue-in at 5 s, green once read.
   EXPECT_EQ(durAfterReadingTime.caption, u"00:00:07:05");
   EXPECT_EQ(durAfterReadingTime.foreColor, 65280u);
-}
 
-TEST_F(Interactive, TheWindowComesBackAndUndoTakesTheLastTagBack) {
-  timingLoop(t.st);
   EXPECT_TRUE(windowRestored(t.st));
   EXPECT_EQ(t.st.view.LabCom.caption, u"kept in");
   EXPECT_EQ(t.st.view.LabDur.caption, u"kept out");
@@ -185,45 +180,38 @@ TEST_F(Textless, TagsWithAnEmptyParagraphWithoutNumbering) {
   EXPECT_TRUE(windowRestored(t.st));
 }
 
-// Every way out of a run leaves the window as it was.
-struct WayOut {
-  const char* name;
-  u16 script;
-  std::function<void(PlayingStation&)> arrange;
-  u16 expectedBox;
-};
-
-class TimingWaysOut : public ::testing::TestWithParam<int> {};
-
-TEST_P(TimingWaysOut, WindowRestored) {
-  const std::vector<WayOut> ways = {
-      {"escape", u"Alpha\r\r", [](PlayingStation& t) { t.escapeAt(1.0); }, u""},
-      {"script end", u"\r\r\r", [](PlayingStation&) {}, u""},
-      {"timed text", u"CAP[0NC 00:00:01:00>00:00:02:00]\rAlpha\r\r", [](PlayingStation&) {}, u""},
-      {"long first line", u"This line holds far more than thirty-two characters\r\r", [](PlayingStation&) {},
+// Every way out of a run leaves the window and the script as they were.
+TEST(TimingRun, EveryWayOutRestoresTheWindow) {
+  struct WayOut {
+    const char* name;
+    u16 script;
+    bool escape;
+    u16 expectedBox;
+  };
+  const WayOut ways[] = {
+      {"escape", u"Alpha\r\r", true, u""},
+      {"script end", u"\r\r\r", false, u""},
+      {"timed text", u"CAP[0NC 00:00:01:00>00:00:02:00]\rAlpha\r\r", false, u""},
+      {"long first line", u"This line holds far more than thirty-two characters\r\r", false,
        u"Error: Maximum number of characters per row (32) exceeded in \r\rThis line holds far more than "
        u"thirty-two characters\r\r"},
-      {"long second line", u"Short\rThis line holds far more than thirty-two characters\r\r",
-       [](PlayingStation&) {},
+      {"long second line", u"Short\rThis line holds far more than thirty-two characters\r\r", false,
        u"Error: Maximum number of characters per row (32) exceeded in second line in \r\rThis line holds far "
        u"more than thirty-two characters\r\r"},
   };
-  const WayOut& w = ways.at(static_cast<size_t>(GetParam()));
-  PlayingStation t(3.0);
-  t.open(w.script);
-  t.docs.select({0, 0});
-  w.arrange(t);
-  timingLoop(t.st);
-  EXPECT_TRUE(windowRestored(t.st)) << w.name;
-  EXPECT_EQ(t.st.s.tagUndoCount, 0) << w.name;
-  EXPECT_EQ(t.content(), w.script) << w.name;
-  if (w.expectedBox.empty())
-    EXPECT_TRUE(t.ui.boxes.empty()) << w.name;
-  else
-    EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{w.expectedBox}) << w.name;
+  for (const WayOut& w : ways) {
+    SCOPED_TRACE(w.name);
+    PlayingStation t(3.0);
+    t.open(w.script);
+    t.docs.select({0, 0});
+    if (w.escape) t.escapeAt(1.0);
+    timingLoop(t.st);
+    EXPECT_TRUE(windowRestored(t.st));
+    EXPECT_EQ(t.st.s.tagUndoCount, 0);
+    EXPECT_EQ(t.content(), w.script);
+    EXPECT_EQ(t.ui.boxTexts(), w.expectedBox.empty() ? std::vector<u16>{} : std::vector<u16>{w.expectedBox});
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(Each, TimingWaysOut, ::testing::Range(0, 5));
 
 TEST(TimingRun, VideoEndDuringTheCueOutStillWritesTheTag) {
   PlayingStation t(3.0);
