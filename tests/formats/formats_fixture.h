@@ -7,30 +7,14 @@
 
 #include <string>
 
-#include "support/station_fixture.h"
-
-#if __has_include("subtitling/rule_checks.h")
 #include "subtitling/rule_checks.h"
-#define QUILLON_HAVE_RULE_CHECKS 1
-#endif
+#include "support/station_fixture.h"
 
 namespace quillon::testing {
 
 struct FormatsStation : TestStation {
-  explicit FormatsStation(int fps = 25) : TestStation(fps) {
-#ifdef QUILLON_HAVE_RULE_CHECKS
-    installSubtitleChecks(st);
-#endif
-  }
+  explicit FormatsStation(int fps = 25) : TestStation(fps) { installSubtitleChecks(st); }
 };
-
-inline bool ruleChecksInstalled() {
-#ifdef QUILLON_HAVE_RULE_CHECKS
-  return true;
-#else
-  return false;
-#endif
-}
 
 // Positions, the three alignments, the four style marks, one and two lines,
 // accented letters, the ellipsis, quotation marks, a dubbing row the

@@ -38,22 +38,9 @@ TEST(SubListImport, FramesBecomeTimecodesAndTheBarBreaksTheLine) {
   std::string doc = import(t, mnuSubImpSUBL, "a.sub",
                            "{25}{50}Hola|se\xC3\xB1or\r\n{75}{112}Uno|dos|tres\r\n{150}{175}Sin barra\r\n\r\n");
   EXPECT_TRUE(testing::matchesGolden("import_subl.txt", doc));
-  EXPECT_EQ(doc,
-            "SUB[0 N 00:00:01:00>00:00:02:00]\nHola\nse\xC3\xB1or\n\n"
-            "SUB[0 N 00:00:03:00>00:00:04:12]\nUno\ndos|tres\n\n"
-            "SUB[0 N 00:00:06:00>00:00:07:00]\nSin barra\n\n\n");
   EXPECT_EQ(t.st.view.panel(3).text, u"3subs loaded.#");
   EXPECT_EQ(t.ui.openRequests[0].title, u"Open {SUB} subtitle list file(*.sub)");
   EXPECT_EQ(t.docs.fontName(), u"Courier New");
-}
-
-TEST(SubListImport, LastLineWithNothingBehindIsDropped) {
-  FormatsStation t;
-  std::string doc = import(t, mnuSubImpSUBL, "b.sub", "{25}{50}First\r\n{75}{100}Last");
-  EXPECT_EQ(doc, "SUB[0 N 00:00:01:00>00:00:02:00]\nFirst\n\n\n");
-  FormatsStation u;
-  doc = import(u, mnuSubImpSUBL, "c.sub", "{25}{50}First\n{75}{100}Last\n");
-  EXPECT_EQ(doc, "SUB[0 N 00:00:01:00>00:00:02:00]\nFirst\n\n\n");
 }
 
 TEST(Dos850Import, HeaderColumnsAndCodePage) {
@@ -63,9 +50,6 @@ TEST(Dos850Import, HeaderColumnsAndCodePage) {
                            "0002      10:00:04:00    10:00:05:00\r\n\x85" "ltima\r\n\r\n"
                            "0003      10:00:06:00    10:00:07:00\r\ncut off\r\n");
   EXPECT_TRUE(testing::matchesGolden("import_dos850.txt", doc));
-  EXPECT_EQ(doc,
-            "SUB[0 N 10:00:01:00>10:00:03:12]\nSe\xC3\xB1or \xC3\xA9l\nsegunda\n\n"
-            "SUB[0 N 10:00:04:00>10:00:05:00]\n\xC3\xA0ltima\n\n\n");
   EXPECT_EQ(t.st.view.panel(3).text, u"2 subs loaded.");
 }
 
@@ -77,10 +61,6 @@ TEST(SrtImport, MillisecondsAreCountedAtThirtyAndCapped) {
   FormatsStation t(30);
   std::string doc = import(t, mnuSubImpSRT, "e.srt", srt);
   EXPECT_TRUE(testing::matchesGolden("import_srt.txt", doc));
-  EXPECT_EQ(doc,
-            "SUB[0 N 00:00:01:15>00:00:02:29]\nFirst line\nSecond l\xC3\xADne\n\n"
-            "SUB[0 N 00:00:03:02>00:00:04:02]\n<i>Tags stay</i>\n\n"
-            "SUB[0 N 00:00:05:00>00:00:06:01]\nLast\n\n\n");
   EXPECT_EQ(t.st.view.panel(3).text, u"3 subs loaded.");
   // At 25 frames the factor stays 30: 500 ms is frame 15, 999 ms is held at 24.
   FormatsStation p(25);
@@ -88,11 +68,24 @@ TEST(SrtImport, MillisecondsAreCountedAtThirtyAndCapped) {
   EXPECT_EQ(doc.substr(0, 33), "SUB[0 N 00:00:01:15>00:00:02:24]\n");
 }
 
-TEST(SrtImport, WindowsLatinFileAndDroppedLastBlock) {
-  FormatsStation t;
-  std::string doc = import(t, mnuSubImpSRT, "g.srt",
-                           "1\n00:00:01,000 --> 00:00:02,000\nCaf\xE9\n\n2\n00:00:03,000 --> 00:00:04,000\nNo end");
-  EXPECT_EQ(doc, "SUB[0 N 00:00:01:00>00:00:02:00]\nCaf\xC3\xA9\n\n\n");
+// A last entry with nothing behind it is dropped; an SRT file that is not
+// UTF-8 is read as Windows Latin.
+TEST(LineImports, LastEntryWithoutAnEndIsDropped) {
+  const struct {
+    bool (*handler)(Station&);
+    const char* name;
+    const char* bytes;
+    const char* expected;
+  } cases[] = {
+      {mnuSubImpSUBL, "b.sub", "{25}{50}First\r\n{75}{100}Last", "SUB[0 N 00:00:01:00>00:00:02:00]\nFirst\n\n\n"},
+      {mnuSubImpSUBL, "c.sub", "{25}{50}First\n{75}{100}Last\n", "SUB[0 N 00:00:01:00>00:00:02:00]\nFirst\n\n\n"},
+      {mnuSubImpSRT, "g.srt", "1\n00:00:01,000 --> 00:00:02,000\nCaf\xE9\n\n2\n00:00:03,000 --> 00:00:04,000\nNo end",
+       "SUB[0 N 00:00:01:00>00:00:02:00]\nCaf\xC3\xA9\n\n\n"},
+  };
+  for (const auto& c : cases) {
+    FormatsStation t;
+    EXPECT_EQ(import(t, c.handler, c.name, c.bytes), c.expected) << c.name;
+  }
 }
 
 TEST(DotSubImport, HeaderStartLineAndStyles) {
@@ -105,11 +98,6 @@ TEST(DotSubImport, HeaderStartLineAndStyles) {
                            "[both\r\n[lines\r\n00:00:07.00\\00:00:08.00\r\n"
                            "*End*\r\nnot read\r\n");
   EXPECT_TRUE(testing::matchesGolden("import_dotsub.txt", doc));
-  EXPECT_EQ(doc,
-            "SUB[0 1 00:00:01.00>00:00:02.05]\n\xC3\x81rbol\nplain\n\n"
-            "SUB[1 N 00:00:03.00>00:00:04.00]\n}Top line\n\n"
-            "SUB[0 2 00:00:05.00>00:00:06.00]\nplain\nitalic \xC3\xB5\n\n"
-            "SUB[0 I 00:00:07.00>00:00:08.00]\nboth\nlines\n\n\n");
 }
 
 TEST(DotSubImport, FormatErrors) {
@@ -149,13 +137,6 @@ TEST(UnicodeTextImport, ReadsTheExportedLayoutBack) {
   // Position, alignment and style are not in the layout; the numbers need
   // not follow on (the dubbing row was 3), but the search for the next one
   // stops at the first gap.
-  EXPECT_EQ(doc,
-            "SUB[0 N 10:00:01:00>10:00:03:12]\nPlain and simple.\n\n"
-            "SUB[0 N 10:00:04:00>10:00:06:00]\nLos ni\xC3\xB1os cantan\n\xC2\xBFY despu\xC3\xA9s\xE2\x80\xA6?\n\n"
-            "0004\t10:00:08:00\t10:00:10:00\nFirst in italics\nsecond plain\n\n"
-            "0005\t10:00:11:00\t10:00:13:00\nFirst plain\n\xE2\x80\x9CSecond\xE2\x80\x9D costs 5$\n\n"
-            "0006\t10:00:14:00\t10:00:16:00\nMark one, one line\n\n"
-            "0007\t10:00:17:00\t10:00:19:00\nMark two, \xC3\x80 la carte\n\nSUB[\n\n");
 }
 
 TEST(UnicodeTextImport, ImportedScriptScansAsTheOriginal) {

@@ -47,8 +47,6 @@ TEST(DvdMaestroExport, SampleScriptMatchesGoldenFile) {
   // close the list.
   EXPECT_NE(file.find("$BackgroundContrast          =   \r\n$ForceDisplay"), std::string::npos);
   EXPECT_EQ(file.substr(file.size() - 17), "         \r\n\r\n\r\n\r\n");
-  EXPECT_NE(file.find("10:00:04:00,   10:00:06:00,   Los ni\xF1os cantan|\xBFY despu\xE9s\x85?         \r\n"),
-            std::string::npos);
 }
 
 TEST(DvdMaestroExport, WrongExtensionShowsTwoBoxes) {
@@ -81,11 +79,6 @@ TEST(CpcExport, SampleScriptMatchesGoldenFile) {
     f["TextNotes"] = u"Caf\u00e9";
   });
   EXPECT_TRUE(testing::matchesGolden("sample_cpc.txt", file));
-  const std::string lead = std::string(11, ' ') + "\xB3    \xB3";
-  EXPECT_EQ(file.substr(0, 31), "~CPCC6.78~;UpperLower;PopOn;01;");
-  EXPECT_NE(file.find(lead + "MOVIE:         Script1\r\n" + lead + "ORIGIN:        \r\n"), std::string::npos);
-  EXPECT_NE(file.find(lead + "CONTACT        \r\n" + lead + "QC:            YES\r\n"), std::string::npos);
-  EXPECT_NE(file.find(lead + "Notes:         Caf\xE9\r\n" + lead + "\r\n" + lead + "\r\n10:00:01:00"), std::string::npos);
   // Position 3, two lines, italics: row A; the text goes through code page 850.
   EXPECT_NE(file.find("10:00:04:00\xB3" "0CAI\xB3Los ni\xA4os cantan\\\xA8Y despu\x82s??"), std::string::npos);
   // One line at position 0 sits on row E; the clear line keeps the style of
@@ -139,15 +132,10 @@ TEST(SubListExport, SampleScriptMatchesGoldenFile) {
   t.open(kSampleScript);
   std::string file = sub(t, tempDir("sub") + "/s.sub", [](FormSUB& f) { f["TextFONTS"] = u"Arial 22"; });
   EXPECT_TRUE(testing::matchesGolden("sample.sub", file));
-  EXPECT_EQ(file.substr(0, 35), "*PART 1*\r\n00:00:00.00\\00:00:00.00\r\n");
   // Italics open only; position 3 is three braces, 9 a closing brace.
   EXPECT_NE(file.find("{{{[Los ni\xA4os cantan\r\n[\xA8Y despu\x82s...?\r\n10:00:04.00\\10:00:06.00\r\n"),
             std::string::npos);
   EXPECT_NE(file.find("}First plain\r\n[?Second? costs 5$\r\n"), std::string::npos);
-  EXPECT_NE(file.find("*END*\r\n10:00:19.00\\10:00:19.00\r\n*CODE*\r\n0000000000000000\r\n*CAST*\r\n*GENERATOR*\r\n"
-                      "*FONTS*\r\nArial 22\r\n"),
-            std::string::npos);
-  EXPECT_EQ(file.substr(file.size() - 13), "*MARKERS*\r\n\r\n");
 }
 
 TEST(SubListExport, NoExtensionCheckAndOneSubtitle) {

@@ -72,8 +72,6 @@ TEST(TimingMerge, TagsNumberedParagraphsAndReportsGaps) {
   EXPECT_TRUE(t.st.view.panel(3).text.empty());
   // The last digit of the number stands in the position field.
   EXPECT_TRUE(testing::matchesGolden("merge_text.txt", plainTextBytes(text)));
-  EXPECT_EQ(plainTextBytes(text).substr(0, 82),
-            "12\nNot a number: too short.\nSUB[1 N 10:00:01:00>10:00:03:00] \n0001\nUno\n\nSUB[3 N 10");
 }
 
 TEST(TimingMerge, CleanMergeAndTheWalkStopsAtTheFirstParagraphCount) {
@@ -102,14 +100,6 @@ TEST(TimingMerge, WithoutALoadReportsSuccessAndTouchesNothing) {
   EXPECT_EQ(mergeTiming(t.st), u"");
   EXPECT_EQ(t.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
   EXPECT_EQ(plainTextBytes(text), "0001\nUno\n");
-}
-
-TEST(TimingMerge, LetterIndexAndDigits) {
-  EXPECT_EQ(letterIndex(u"a"), 1);
-  EXPECT_EQ(letterIndex(u"Z"), 26);
-  EXPECT_EQ(letterIndex(u"1"), 0);
-  EXPECT_TRUE(allDigits(u""));
-  EXPECT_FALSE(allDigits(u"12a"));
 }
 
 }  // namespace

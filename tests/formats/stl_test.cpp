@@ -48,44 +48,31 @@ TEST(StlExport, SampleScriptMatchesGoldenFile) {
   EXPECT_TRUE(testing::matchesGolden("sample.stl", file));
 }
 
-TEST(StlExport, LayoutOfGsiAndBlocks) {
+// The golden file holds every byte; these are the points where the file
+// keeps the station's own ways, named so a regenerated golden file cannot
+// quietly lose them.
+TEST(StlExport, QuirksOfTheBlocksAndTheUserField) {
   FormatsStation t;
   t.open(kSampleScript);
   t.docs.user = u"Ana Mar\u00eda";
   std::string file = exportStl(t, tempDir("stl-layout") + "/sample.stl");
-  // Six subtitles and page 0; the line end replaces the last two bytes.
   ASSERT_EQ(file.size(), 1024u + 128u * 7u);
+  // The line end replaces the last two bytes; the user goes in code page 850.
   EXPECT_EQ(file.substr(file.size() - 2), "\r\n");
-  EXPECT_EQ(file.substr(0, 16), "850STL25.010000A");
-  if (testing::ruleChecksInstalled()) {
-    EXPECT_EQ(file.substr(238, 10), "0000700007");  // TNB and TNS count page 0 and real blocks only
-  }
-  EXPECT_EQ(file.substr(224, 14), "240131240201" "03");
-  EXPECT_EQ(file.substr(248, 5), "00140");
-  EXPECT_EQ(file.substr(255, 17), "10000000000000000");
-  EXPECT_EQ(file.substr(274, 3), "USA");
-  EXPECT_EQ(file.substr(277, 32), "Ana Mar\xA1" "a" + std::string(23, ' '));  // code page 850
-  EXPECT_EQ(file.substr(448, 12), "NORVALELB   ");
-
+  EXPECT_EQ(file.substr(277, 32), "Ana Mar\xA1" "a" + std::string(23, ' '));
+  EXPECT_EQ(file.substr(238, 10), "0000700007");  // TNB and TNS count page 0 and real blocks only
   // The dubbing row keeps its number: 1 2 4 5 6 7.
   const int numbers[] = {1, 2, 4, 5, 6, 7};
   for (int k = 0; k < 6; ++k) EXPECT_EQ(byteAt(block(file, k + 1), 1), numbers[k]) << k;
-
-  std::string b2 = block(file, 2);  // 3LI, two lines, both in italics
-  EXPECT_EQ(b2.substr(0, 16), std::string("\x00\x02\x00\xFF\x00\x0A\x00\x04\x00\x0A\x00\x06\x00\x14\x00\x00", 16));
-  EXPECT_FIELD(b2, "<\x0B\x0BLos ni\xC4nos cantan>\x0A\x8A<\x0B\x0B\xBFY despu\xC2" "es...?>\x0A\x8F\x8F\x8F\x8F");
-  std::string b3 = block(file, 3);  // 7R1: VP 7, right
-  EXPECT_EQ(byteAt(b3, 13), 7);
-  EXPECT_EQ(byteAt(b3, 14), 3);
-  EXPECT_FIELD(b3, "<\x0B\x0B" "First in italics>\x0A\x8A\x0B\x0Bsecond plain\x0A\x8F");
-  std::string b4 = block(file, 4);  // 9 2: VP 6, centred, second line in italics
-  EXPECT_EQ(byteAt(b4, 13), 6);
-  EXPECT_EQ(byteAt(b4, 14), 2);
-  EXPECT_FIELD(b4, "\x0B\x0B" "First plain\x0A\x8A<\x0B\x0B\xAASecond\xBA costs 5\xA4>\x0A\x8F");
-  std::string b5 = block(file, 5);  // mark 1 on one line opens and never closes
-  EXPECT_EQ(byteAt(b5, 13), 16);
-  EXPECT_FIELD(b5, "<\x0B\x0BMark one, one line\x0A\x8F");
-  std::string b6 = block(file, 6);  // mark 2 on one line: no italics; left is JC 0; digit 8 is VP 6
+  // 3LI: both lines in italics, the ellipsis three full stops.
+  EXPECT_FIELD(block(file, 2), "<\x0B\x0BLos ni\xC4nos cantan>\x0A\x8A<\x0B\x0B\xBFY despu\xC2" "es...?>\x0A\x8F\x8F\x8F\x8F");
+  // 9 2: VP 6, the second line in italics, "$" as 0xA4.
+  EXPECT_EQ(byteAt(block(file, 4), 13), 6);
+  EXPECT_FIELD(block(file, 4), "\x0B\x0B" "First plain\x0A\x8A<\x0B\x0B\xAASecond\xBA costs 5\xA4>\x0A\x8F");
+  // Mark 1 on one line opens and never closes.
+  EXPECT_FIELD(block(file, 5), "<\x0B\x0BMark one, one line\x0A\x8F");
+  // Mark 2 on one line: no italics; left is JC 0; digit 8 is VP 6.
+  std::string b6 = block(file, 6);
   EXPECT_EQ(byteAt(b6, 13), 6);
   EXPECT_EQ(byteAt(b6, 14), 0);
   EXPECT_FIELD(b6, "\x0B\x0BMark two, \xC1" "A la carte\x0A");
