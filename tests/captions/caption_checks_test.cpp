@@ -36,70 +36,56 @@ TEST_F(CaptionScan, ReadsAttributesTimesAndUpToFourRows) {
   EXPECT_TRUE(ts.ui.boxes.empty());
 }
 
-TEST_F(CaptionScan, ThirtyTwoCharactersPassAndThirtyThreeStop) {
-  const u16 row32(32, u'x');
-  EXPECT_TRUE(scan(u"CAP[0NC 00:00:01:00>00:00:03:00]\n" + row32 + u"\n"));
-  EXPECT_TRUE(ts.ui.boxes.empty());
-
+// Each rule once at its limit and once past it: the box, the entries read,
+// and where the cursor is left.
+TEST_F(CaptionScan, EachRuleStopsTheScanWithItsBox) {
   const u16 row33 = u"abcdefghijklmnopqrstuvwxyz0123456";
-  EXPECT_FALSE(scan(u"CAP[0NC 00:00:01:00>00:00:03:00]\nshort\n" + row33 + u"\n"));
-  ASSERT_EQ(ts.ui.boxes.size(), 1u);
-  EXPECT_EQ(ts.ui.lastBox().text,
-            u"Error: Maximum number of characters per row (32) exceeded in2 of caption in [00:00:01:00]\r"
-            u"abcdefghijklmnopqrstuvwxyz012345");
-  EXPECT_EQ(ts.ui.lastBox().icon, Icon::Critical);
-  EXPECT_EQ(ts.st.s.scan.subtitleCount, 1.0);
-  EXPECT_EQ(selected(), row33);
-}
-
-TEST_F(CaptionScan, TooShortAnEntryStopsAtItsCueOut) {
-  ts.st.s.minCaptionOnAir = 1.5;
-  EXPECT_FALSE(scan(u"CAP[0NC 00:00:01:00>00:00:02:00]\nFirst row\nSecond row\n"));
-  EXPECT_EQ(ts.ui.boxes.at(0).box.text,
-            u"Minimum On-air duration violation in [00:00:01:00]\rFirst row\r"
-            u"Please allow captions at least 1.50 sec. on the air.");
-  EXPECT_EQ(selected(), u"00:00:02:00]");
-  EXPECT_EQ(ts.st.s.scan.subtitleCount, 1.0);
-}
-
-TEST_F(CaptionScan, TooLongAnEntryStopsAtItsCueIn) {
-  EXPECT_FALSE(scan(u"CAP[0NC 00:00:01:00>00:00:07:01]\nRow\n"));
-  EXPECT_EQ(ts.ui.boxes.at(0).box.text,
-            u"On-air duration violation in [00:00:01:00]\rCue-out for:\rRow\roccurs too late.\r"
-            u"Please maintain subtitles for less than 6.00 sec. on the air.");
-  EXPECT_EQ(selected(), u"00:00:01:00>");
-}
-
-TEST_F(CaptionScan, ExactLimitsPass) {
-  EXPECT_TRUE(scan(u"CAP[0NC 00:00:01:00>00:00:02:00]\nA\n\nCAP[0NC 00:00:03:00>00:00:09:00]\nB\n"));
-  EXPECT_TRUE(ts.ui.boxes.empty());
-}
-
-TEST_F(CaptionScan, CueOutBeforeCueInIsASequenceError) {
-  EXPECT_FALSE(scan(u"CAP[0NC 00:00:05:00>00:00:04:00]\nBackwards\n"));
-  EXPECT_EQ(ts.ui.boxes.at(0).box.text,
-            u"Time code sequence error in [00:00:05:00]\rCue-out for:\rBackwards\r"
-            u"occurs before cue-in for same subtitle.");
-  EXPECT_EQ(selected(), u"00:00:04:00]");
-}
-
-TEST_F(CaptionScan, AZeroCueEscapesTheDurationChecks) {
-  // Cue-in 0: neither duration rule applies, even for twenty seconds.
-  EXPECT_TRUE(scan(u"CAP[0NC 00:00:00:00>00:00:20:00]\nOpen\n"));
-  EXPECT_TRUE(ts.ui.boxes.empty());
-}
-
-TEST_F(CaptionScan, DurationIsCheckedBeforeRowLength) {
-  EXPECT_FALSE(scan(u"CAP[0NC 00:00:01:00>00:00:01:10]\n" + u16(40, u'y') + u"\n"));
-  ASSERT_EQ(ts.ui.boxes.size(), 1u);
-  EXPECT_TRUE(startsWith(ts.ui.lastBox().text, u"Minimum On-air duration violation"));
-}
-
-TEST_F(CaptionScan, MisplacedBracketGivesTheHeaderMessage) {
-  EXPECT_FALSE(scan(u"CAP[0NC 00:00:01:00 >00:00:03:00]\nRow\n"));
-  ASSERT_EQ(ts.ui.boxes.size(), 1u);
-  EXPECT_EQ(ts.ui.lastBox().text, u"Header format error in :\r\rCAP[0NC 00:00:01:00 >00:00:03:...\r\r");
-  EXPECT_EQ(ts.st.s.scan.subtitleCount, 1.0);
+  const struct {
+    const char* name;
+    double minOnAir;
+    u16 script;
+    u16 box;  // empty: the scan passes
+    u16 selected;
+  } cases[] = {
+      {"limits exactly", 1, u"CAP[0NC 00:00:01:00>00:00:02:00]\nA\n\nCAP[0NC 00:00:03:00>00:00:09:00]\n" +
+                                u16(32, u'x') + u"\n", u"", u""},
+      {"row of 33", 1, u"CAP[0NC 00:00:01:00>00:00:03:00]\nshort\n" + row33 + u"\n",
+       u"Error: Maximum number of characters per row (32) exceeded in2 of caption in [00:00:01:00]\r"
+       u"abcdefghijklmnopqrstuvwxyz012345",
+       row33},
+      {"too short", 1.5, u"CAP[0NC 00:00:01:00>00:00:02:00]\nFirst row\nSecond row\n",
+       u"Minimum On-air duration violation in [00:00:01:00]\rFirst row\r"
+       u"Please allow captions at least 1.50 sec. on the air.",
+       u"00:00:02:00]"},
+      {"too long", 1, u"CAP[0NC 00:00:01:00>00:00:07:01]\nRow\n",
+       u"On-air duration violation in [00:00:01:00]\rCue-out for:\rRow\roccurs too late.\r"
+       u"Please maintain subtitles for less than 6.00 sec. on the air.",
+       u"00:00:01:00>"},
+      {"backwards", 1, u"CAP[0NC 00:00:05:00>00:00:04:00]\nBackwards\n",
+       u"Time code sequence error in [00:00:05:00]\rCue-out for:\rBackwards\r"
+       u"occurs before cue-in for same subtitle.",
+       u"00:00:04:00]"},
+      // Cue-in 0: neither duration rule applies, even for twenty seconds.
+      {"zero cue-in", 1, u"CAP[0NC 00:00:00:00>00:00:20:00]\nOpen\n", u"", u""},
+      // Duration comes before row length.
+      {"short and wide", 1, u"CAP[0NC 00:00:01:00>00:00:01:10]\n" + u16(40, u'y') + u"\n",
+       u"Minimum On-air duration violation in [00:00:01:00]\r" + u16(40, u'y') +
+           u"\rPlease allow captions at least 1.00 sec. on the air.",
+       u"00:00:01:10]"},
+      {"misplaced bracket", 1, u"CAP[0NC 00:00:01:00 >00:00:03:00]\nRow\n",
+       u"Header format error in :\r\rCAP[0NC 00:00:01:00 >00:00:03:...\r\r", u""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ts.ui.boxes.clear();
+    ts.st.s.minCaptionOnAir = c.minOnAir;
+    EXPECT_EQ(scan(c.script), c.box.empty());
+    EXPECT_EQ(ts.ui.boxTexts(), c.box.empty() ? std::vector<u16>{} : std::vector<u16>{c.box});
+    if (c.box.empty()) continue;
+    EXPECT_EQ(ts.ui.lastBox().icon, Icon::Critical);
+    EXPECT_EQ(ts.st.s.scan.subtitleCount, 1.0);
+    if (!c.selected.empty()) EXPECT_EQ(selected(), c.selected);
+  }
 }
 
 }  // namespace

@@ -29,14 +29,6 @@ struct SccExport : ::testing::Test {
   }
 };
 
-TEST_F(SccExport, OneCaption) {
-  EXPECT_EQ(scc(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n"),
-            kHead + lines({"00:00:05:00\t942c", "00:00:09:27\t9420 94f8 c8e9 a180 942c 8080 8080 942f",
-                           "00:00:12:00\t942c"}));
-  EXPECT_TRUE(ts.ui.boxes.empty());
-  EXPECT_EQ(ts.st.view.panel(3).text, u"");
-}
-
 TEST_F(SccExport, TwoCaptionsOneSecondApartShareNoClear) {
   EXPECT_EQ(scc(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
                 u"CAP[0NC 00:00:13:00>00:00:15:00]\nYes\n\n"
@@ -44,6 +36,8 @@ TEST_F(SccExport, TwoCaptionsOneSecondApartShareNoClear) {
             kHead + lines({"00:00:05:00\t942c", "00:00:09:27\t9420 94f8 c8e9 a180 942c 8080 8080 942f",
                            "00:00:12:27\t9420 94f8 d9e5 7380 942c 8080 8080 942f", "00:00:15:00\t942c",
                            "00:00:19:28\t9420 94f8 ceef 942c 8080 8080 942f", "00:00:22:00\t942c"}));
+  EXPECT_TRUE(ts.ui.boxes.empty());
+  EXPECT_EQ(ts.st.view.panel(3).text, u"");
 }
 
 TEST_F(SccExport, ItalicsFollowEveryRowsPac) {

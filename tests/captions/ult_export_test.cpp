@@ -51,15 +51,6 @@ struct UltExport : ::testing::Test {
   }
 };
 
-TEST_F(UltExport, OneCaptionGivesThreeRecords) {
-  EXPECT_EQ(exportUlt(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n"),
-            header("03000000") + hex("f1 0900 0000 0800 142e 142c 00") +
-                hex("f1 1000 0000 0a00 1420 1478 486921 142c 142f 00") + hex("f1 0700 0000 0c00 142c 00"));
-  EXPECT_EQ(ts.ui.saveRequests.at(0).title, u"Create ULTECH Closed Caption file (*.ult)");
-  EXPECT_EQ(ts.ui.saveRequests.at(0).filter, u"ULTECH closed caption files (*.ult)|*.ult");
-  EXPECT_EQ(ts.ui.saveRequests.at(0).defaultName, u"Script1.ult");
-}
-
 TEST_F(UltExport, TwoCaptionsATenthApartShareNoClear) {
   EXPECT_EQ(exportUlt(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
                       u"CAP[0NL 00:00:12:03>00:00:14:00]\nOk\n\n"
@@ -68,6 +59,9 @@ TEST_F(UltExport, TwoCaptionsATenthApartShareNoClear) {
                 hex("f1 1000 0000 0a00 1420 1478 486921 142c 142f 00") +
                 hex("f1 0f00 0000 0c03 1420 1470 4f6b 142c 142f 00") + hex("f1 0700 0000 0e00 142c 00") +
                 hex("f1 0f00 0000 1400 1420 1478 4e6f 142c 142f 00") + hex("f1 0700 0000 1600 142c 00"));
+  EXPECT_EQ(ts.ui.saveRequests.at(0).title, u"Create ULTECH Closed Caption file (*.ult)");
+  EXPECT_EQ(ts.ui.saveRequests.at(0).filter, u"ULTECH closed caption files (*.ult)|*.ult");
+  EXPECT_EQ(ts.ui.saveRequests.at(0).defaultName, u"Script1.ult");
 }
 
 TEST_F(UltExport, ItalicFourRowRightAlignedCaptionHasNoPaddingNorItalicCode) {
