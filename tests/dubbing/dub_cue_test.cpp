@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "dubbing/dub_cue.h"
 #include "dubbing/roster.h"
 #include "script/document_service.h"
@@ -8,11 +10,12 @@
 namespace quillon {
 namespace {
 
-struct DubCue : ::testing::Test {
+// A script, a roster of two and a marked block.
+struct DubSession {
   testing::TestStation ts;
   Station& st = ts.st;
   int resumed = 0;
-  void SetUp() override {
+  DubSession() {
     ts.open(u"First line\nSecond line\n\nThird line\n");
     st.s.roster.voces[1] = u"ANA";
     st.s.roster.voces[2] = u"PEDRO";
@@ -24,6 +27,7 @@ struct DubCue : ::testing::Test {
     st.resumeVideo = [this](Station&) { ++resumed; };
   }
 };
+struct DubCue : ::testing::Test, DubSession {};
 
 TEST_F(DubCue, LongTagCarriesVoiceTimesLessDelayAndName) {
   insertar_dub(st, u"ANA");
@@ -35,36 +39,29 @@ TEST_F(DubCue, LongTagCarriesVoiceTimesLessDelayAndName) {
   EXPECT_EQ(ts.docs.selectionRange(), (TextRange{37, 37}));
 }
 
-TEST_F(DubCue, VoiceOffWritesF) {
-  st.s.dub_voz_on = false;
-  insertar_dub(st, u"PEDRO");
-  EXPECT_TRUE(startsWith(ts.content(), u"DUB[0 F 00:00:09:21>00:00:12:06] PEDRO\rFirst"));
-  EXPECT_EQ(st.s.roster.vozactual, 2);
-}
-
-TEST_F(DubCue, CueInOnlyWritesTheShortTagFromTheLastMark) {
-  st.s.cueInOnly = true;
-  insertar_dub(st, u"ANA");
-  EXPECT_TRUE(startsWith(ts.content(), u"DUB[00:00:12:06]\tANA\rFirst"));
-}
-
-TEST_F(DubCue, NoNameMeansNoParagraphMark) {
-  insertar_dub(st, u"");
-  EXPECT_TRUE(startsWith(ts.content(), u"DUB[0 N 00:00:09:21>00:00:12:06] First line\r"));
-}
-
-TEST_F(DubCue, ANameOutsideTheRosterWritesNothing) {
-  const u16 before = ts.content();
-  insertar_dub(st, u"LUIS");
-  EXPECT_EQ(ts.content(), before);
-  EXPECT_TRUE(ts.ui.boxes.empty());
-  EXPECT_EQ(st.s.blockOut, 12.5);
-}
-
-TEST_F(DubCue, LongBlocksGetNoWarning) {
-  st.s.blockOut = 55;
-  insertar_dub(st, u"ANA");
-  EXPECT_TRUE(ts.ui.boxes.empty());
+// Voice off, cue-in only, no name, a name outside the roster, and a long
+// block, which asks nothing.
+TEST(DubCueTag, OptionsShapeTheTag) {
+  const struct {
+    const char* name;
+    std::function<void(Session&)> options;
+    const char16_t* speaker;
+    const char16_t* expected;
+  } cases[] = {
+      {"voice off", [](Session& s) { s.dub_voz_on = false; }, u"PEDRO", u"DUB[0 F 00:00:09:21>00:00:12:06] PEDRO\rFirst"},
+      {"cue-in only", [](Session& s) { s.cueInOnly = true; }, u"ANA", u"DUB[00:00:12:06]\tANA\rFirst"},
+      {"no name, no paragraph mark", [](Session&) {}, u"", u"DUB[0 N 00:00:09:21>00:00:12:06] First line\r"},
+      {"not in the roster", [](Session&) {}, u"LUIS", u"First line\rSecond line\r\rThird line\r"},
+      {"long block", [](Session& s) { s.blockOut = 55; }, u"ANA", u"DUB[0 N 00:00:09:21>00:00:54:21] ANA\r"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    DubSession f;
+    c.options(f.st.s);
+    insertar_dub(f.st, c.speaker);
+    EXPECT_TRUE(startsWith(f.ts.content(), c.expected)) << toUtf8(f.ts.content());
+    EXPECT_TRUE(f.ts.ui.boxes.empty());
+  }
 }
 
 TEST_F(DubCue, WithoutThePickingFormTheCursorMovesOnTwoParagraphs) {

@@ -47,14 +47,6 @@ TEST(DialogueList, NoTagsNoReport) {
   EXPECT_TRUE(ts.ui.boxes.empty());
 }
 
-TEST(LineCount, ActraRuleByWordsAndLength) {
-  EXPECT_NEAR(actraLines(1, 4), 0.33333333, 1e-12);
-  EXPECT_NEAR(actraLines(2, 9), 0.66666666, 1e-12);
-  EXPECT_DOUBLE_EQ(actraLines(20, 120), 2.4);
-  EXPECT_DOUBLE_EQ(actraLines(5, 30), 1.0);
-  EXPECT_DOUBLE_EQ(actraLines(0, 0), 0.0);
-}
-
 TEST(LineCount, LaidOutLinesPerCharacterGoAtTheHead) {
   testing::TestStation ts;
   const u16 longDialog =
