@@ -85,18 +85,6 @@ TEST(BadFiles, AZipBombIsRefusedBeforeItIsInflated) {
   EXPECT_NE(problem.find("expands beyond"), std::string::npos) << problem;
 }
 
-TEST(BadFiles, AFailedOpenLeavesTheCurrentDocumentAlone) {
-  std::string dir = tempDir("docfiles-current");
-  TestStation t;
-  t.open(u"SUB[0 N 00:00:01:00>00:00:02:00]\nText\n");
-  writeBytes(dir + "/bad.docx", "PK\x03\x04 damaged");
-  std::string error;
-  auto doc = loadDocumentFile(dir + "/bad.docx", error);
-  if (doc) t.docs.addDocument(std::move(doc));
-  EXPECT_EQ(t.docs.documentsCount(), 1);
-  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:02:00]\rText\r");
-}
-
 TEST(BadFiles, ASaveThatCannotBeBuiltLeavesTheOldFileAsItWas) {
   std::string dir = tempDir("docfiles-save");
   std::string path = dir + "/script.docx";
