@@ -3,7 +3,8 @@
 // list, the Unicode text layout and the timing merge. Items are the
 // subtitles the import actually wrote: the list readers stop where the
 // station's tables always stopped them (SRT at 4999, the {SUB} and DOS 850
-// lists and the Unicode layout at 9999), and the `read` counter says where.
+// lists and the Unicode layout at 9999), and the `read` counter says where;
+// an STL file holds one block more, the programme's page zero.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
