@@ -40,39 +40,37 @@ TEST_F(SccExport, TwoCaptionsOneSecondApartShareNoClear) {
   EXPECT_EQ(ts.st.view.panel(3).text, u"");
 }
 
-TEST_F(SccExport, ItalicsFollowEveryRowsPac) {
-  EXPECT_EQ(scc(u"CAP[0IL 00:00:10:00>00:00:12:00]\nAh\nOh!\n"),
-            kHead + lines({"00:00:05:00\t942c",
-                           "00:00:09:27\t9420 94d0 91ae c168 9470 91ae 4f68 a180 942c 8080 8080 942f",
-                           "00:00:12:00\t942c"}));
-}
-
-TEST_F(SccExport, RightAlignedBlockIndentsByTheLongestRow) {
-  EXPECT_EQ(scc(u"CAP[2NR 00:00:30:00>00:00:33:00]\nRight side\nok\n"),
-            kHead + lines({"00:00:25:00\t942c",
-                           "00:00:29:20\t9420 137a 52e9 6768 f420 73e9 64e5 94da ef6b 942c 8080 8080 942f",
-                           "00:00:33:00\t942c"}));
-}
-
-TEST_F(SccExport, FourRowsAtPositionOneTakeRowsElevenToFourteen) {
-  EXPECT_EQ(scc(u"CAP[1NC 00:00:10:00>00:00:14:00]\nA\nBB\nCCC\nDDDD\n"),
-            kHead + lines({"00:00:05:00\t942c",
-                           "00:00:09:26\t9420 1058 c180 1358 c2c2 13f8 4343 4380 9458 c4c4 c4c4 942c 8080 8080 942f",
-                           "00:00:14:00\t942c"}));
-}
-
-TEST_F(SccExport, PositionOutOfRangeReportsAndLeavesThePacOut) {
-  EXPECT_EQ(scc(u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi!\n"),
-            kHead + lines({"00:00:05:00\t942c", "00:00:09:27\t9420  c8e9 a180 942c 8080 8080 942f",
-                           "00:00:12:00\t942c"}));
-  ASSERT_EQ(ts.ui.boxes.size(), 1u);
-  EXPECT_EQ(ts.ui.lastBox().text, u"RANGE ERROR IN FIRSTBYTE");
-}
-
-TEST_F(SccExport, EarlyFirstCaptionClearsAtTimeZero) {
-  EXPECT_EQ(scc(u"CAP[0NL 00:00:02:00>00:00:04:00]\nHi\n"),
-            kHead + lines({"00:00:00:00\t942c", "00:00:01:28\t9420 9470 c8e9 942c 8080 8080 942f",
-                           "00:00:04:00\t942c"}));
+// One caption each, the clear before, the load and the clear at its cue-out.
+TEST_F(SccExport, PacPlacesEachRow) {
+  const struct {
+    const char* name;
+    const char16_t* script;
+    std::string lines;
+    std::vector<u16> boxes;
+  } cases[] = {
+      {"italics follow every row's PAC", u"CAP[0IL 00:00:10:00>00:00:12:00]\nAh\nOh!\n",
+       lines({"00:00:05:00\t942c", "00:00:09:27\t9420 94d0 91ae c168 9470 91ae 4f68 a180 942c 8080 8080 942f",
+              "00:00:12:00\t942c"})},
+      {"right alignment indents by the longest row", u"CAP[2NR 00:00:30:00>00:00:33:00]\nRight side\nok\n",
+       lines({"00:00:25:00\t942c",
+              "00:00:29:20\t9420 137a 52e9 6768 f420 73e9 64e5 94da ef6b 942c 8080 8080 942f",
+              "00:00:33:00\t942c"})},
+      {"four rows at position 1 take rows 11 to 14", u"CAP[1NC 00:00:10:00>00:00:14:00]\nA\nBB\nCCC\nDDDD\n",
+       lines({"00:00:05:00\t942c",
+              "00:00:09:26\t9420 1058 c180 1358 c2c2 13f8 4343 4380 9458 c4c4 c4c4 942c 8080 8080 942f",
+              "00:00:14:00\t942c"})},
+      {"a position out of range reports and leaves the PAC out", u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi!\n",
+       lines({"00:00:05:00\t942c", "00:00:09:27\t9420  c8e9 a180 942c 8080 8080 942f", "00:00:12:00\t942c"}),
+       {u"RANGE ERROR IN FIRSTBYTE"}},
+      {"an early first caption clears at time zero", u"CAP[0NL 00:00:02:00>00:00:04:00]\nHi\n",
+       lines({"00:00:00:00\t942c", "00:00:01:28\t9420 9470 c8e9 942c 8080 8080 942f", "00:00:04:00\t942c"})},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ts.ui.boxes.clear();
+    EXPECT_EQ(scc(c.script), kHead + c.lines);
+    EXPECT_EQ(ts.ui.boxTexts(), c.boxes);
+  }
 }
 
 TEST_F(SccExport, PaintOnWriterLoadsAtTheCueIn) {

@@ -64,18 +64,29 @@ TEST_F(UltExport, TwoCaptionsATenthApartShareNoClear) {
   EXPECT_EQ(ts.ui.saveRequests.at(0).defaultName, u"Script1.ult");
 }
 
-TEST_F(UltExport, ItalicFourRowRightAlignedCaptionHasNoPaddingNorItalicCode) {
-  EXPECT_EQ(exportUlt(u"CAP[1IR 01:02:03:04>01:02:05:04]\nA\nBB\nCCC\nDDDDD\n"),
-            header("03000000") + hex("f1 0900 0102 0104 142e 142c 00") +
-                hex("f1 1e00 0102 0304 1420 105c 41 135c 4242 137c 434343 145c 4444444444 142c 142f 00") +
-                hex("f1 0700 0102 0504 142c 00"));
-}
-
-TEST_F(UltExport, PositionOutOfRangeLeavesThePacOut) {
-  EXPECT_EQ(exportUlt(u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi\n"),
-            header("03000000") + hex("f1 0900 0000 0800 142e 142c 00") +
-                hex("f1 0d00 0000 0a00 1420 4869 142c 142f 00") + hex("f1 0700 0000 0c00 142c 00"));
-  EXPECT_EQ(ts.ui.lastBox().text, u"RANGE ERROR IN FIRSTBYTE");
+TEST_F(UltExport, PacsOfEachCaption) {
+  const struct {
+    const char* name;
+    const char16_t* script;
+    std::string records;
+    std::vector<u16> boxes;
+  } cases[] = {
+      {"italic four rows right-aligned: no padding nor italic code",
+       u"CAP[1IR 01:02:03:04>01:02:05:04]\nA\nBB\nCCC\nDDDDD\n",
+       hex("f1 0900 0102 0104 142e 142c 00") +
+           hex("f1 1e00 0102 0304 1420 105c 41 135c 4242 137c 434343 145c 4444444444 142c 142f 00") +
+           hex("f1 0700 0102 0504 142c 00")},
+      {"a position out of range leaves the PAC out", u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi\n",
+       hex("f1 0900 0000 0800 142e 142c 00") + hex("f1 0d00 0000 0a00 1420 4869 142c 142f 00") +
+           hex("f1 0700 0000 0c00 142c 00"),
+       {u"RANGE ERROR IN FIRSTBYTE"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ts.ui.boxes.clear();
+    EXPECT_EQ(exportUlt(c.script), header("03000000") + c.records);
+    EXPECT_EQ(ts.ui.boxTexts(), c.boxes);
+  }
 }
 
 TEST_F(UltExport, ProgramInfoGoesAheadOfTheRecords) {

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "subtitling/timing_helpers.h"
 #include "subtitling_fixture.h"
 
@@ -60,13 +58,6 @@ TEST_F(TimingHelpers, CueOutRunningIntoTheNextSubtitleIsPulledBack) {
   EXPECT_DOUBLE_EQ(clampCueOut(s, 4.5), 4.5);
   EXPECT_DOUBLE_EQ(clampCueOut(s, 2), 2);    // before every cue-out
   EXPECT_DOUBLE_EQ(clampCueOut(s, 13), 13);  // behind every cue-out
-}
-
-TEST_F(TimingHelpers, LaterOfTakesTheSecondOnATie) {
-  EXPECT_EQ(laterOf(1, 2), 2);
-  EXPECT_EQ(laterOf(2, 1), 2);
-  EXPECT_TRUE(std::signbit(laterOf(0.0, -0.0)));
-  EXPECT_FALSE(std::signbit(laterOf(-0.0, 0.0)));
 }
 
 }  // namespace
