@@ -96,30 +96,5 @@ TEST_F(DubCue, PickingOpensOnThePreviousSpeaker) {
   EXPECT_FALSE(st.s.pickingFormVisible);
 }
 
-TEST_F(DubCue, PickingTheSelectedNameWritesItsTag) {
-  st.s.characterWindow = true;
-  pickCharacterFor(st);
-  ASSERT_TRUE(st.s.pickingFormVisible);
-  st.s.pickingList.listIndex = 1;
-  formaPerAceptar(st);
-  EXPECT_FALSE(st.s.pickingFormVisible);
-  EXPECT_TRUE(startsWith(ts.content(), u"DUB[0 N 00:00:09:21>00:00:12:06] PEDRO\r"));
-}
-
-TEST_F(DubCue, WithoutPickingTheTagHasNoName) {
-  st.s.characterWindow = false;
-  pickCharacterFor(st);
-  EXPECT_TRUE(startsWith(ts.content(), u"DUB[0 N 00:00:09:21>00:00:12:06] First line"));
-}
-
-TEST_F(DubCue, AnEmptyRosterAsksForANewCharacter) {
-  st.s.roster.clear();
-  st.s.pickingList = {};
-  ts.ui.inputs.push_back(u"LUIS");
-  pickCharacterFor(st);
-  EXPECT_EQ(ts.ui.inputPrompts.size(), 1u);
-  EXPECT_TRUE(startsWith(ts.content(), u"DUB[0 N 00:00:09:21>00:00:12:06] LUIS\r"));
-}
-
 }  // namespace
 }  // namespace quillon
