@@ -214,6 +214,9 @@ void runCaptions(Station& st, bool assisted) {
 
 void captionTimingLoop(Station& st) {
   if (!attachDocument(st)) return;
+  // A run starts with no document error pending: one left behind by an
+  // earlier command (a script closed under it) would end this run at once.
+  st.doc->clearError();
   Session& s = st.s;
   ViewState& v = st.view;
   s.g_fVideoRun = false;

@@ -30,6 +30,14 @@ class ScriptedSerialPort : public SerialPort {
   bool takeEvent(CommEvent& ev) override { return queue_.pop(ev); }
   void setEventNotifier(std::function<void()> notify) override { queue_.setNotifier(std::move(notify)); }
 
+  // The adapter is pulled out: the device leaves the machine, the open port
+  // counts as closed and hears nothing more, events not yet taken included.
+  // Putting it back is presentPorts.insert(n).
+  void vanish() {
+    presentPorts.erase(openPort);
+    close();
+  }
+
   // A pedal moves: its line changes once. Ignored while the port is closed,
   // as a real closed port hears nothing.
   void lineChange(CommEvent ev) {

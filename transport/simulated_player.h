@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <set>
 #include <string>
 
@@ -20,9 +21,13 @@ class SimulatedPlayer : public MediaPlayer {
   double fileStartTimecode = 0;  // QuickTime start timecode in seconds
   // Names of calls that fail: "renderFile", "run", "setCurrentPosition", ...
   std::set<std::string> failing;
+  // From this time of the clock on the player is gone, as when its process
+  // dies in the middle of play: it no longer counts as open and every call
+  // fails.
+  double diesAt = std::numeric_limits<double>::infinity();
 
   bool renderFile(const std::string& path) override;
-  bool isOpen() const override { return open_; }
+  bool isOpen() const override { return open_ && !dead(); }
   void run() override;
   void pause() override;
   void stop() override;
@@ -48,7 +53,8 @@ class SimulatedPlayer : public MediaPlayer {
   } window;
 
  private:
-  bool fails(const char* call) const { return failing.count(call) > 0; }
+  bool dead() const { return now() >= diesAt; }
+  bool fails(const char* call) const { return dead() || failing.count(call) > 0; }
   double now() const;
   void settle();  // folds elapsed play time into the stored position
 

@@ -129,6 +129,13 @@ void installTransport(Station& st) {
 void timer1Tick(Station& st) {
   Session& s = st.s;
   if (!s.g_fVideoRun) return;
+  // A player gone in the middle of play reports no position any more: the
+  // video ends where it stood, so that every wait on it ends as at the end.
+  // The timecode window is cut with it, so positions keep their timecodes.
+  if (st.player && !st.player->isOpen() && s.g_dblPosActual < s.videoDuration) {
+    s.tcEnd = transformadaTCactual(s);
+    s.videoDuration = s.g_dblPosActual;
+  }
   if (s.videoDuration - 0.01 > s.g_dblPosActual) {
     if (st.player) s.g_dblPosActual = st.player->currentPosition();
   } else {

@@ -99,7 +99,14 @@ void abrirvideo(Station& st, const u16& path) {
   }
 
   MediaPlayer& p = *st.player;
-  p.renderFile(file);
+  // A player that cannot build the playback of this file is as good as no
+  // player: the same box, and the window stays as it was.
+  if (!p.renderFile(file)) {
+    v.panel(3).text.clear();
+    st.ui.setPointer(Pointer::Default);
+    critical(st.ui, u"Error: Cannot create video object");
+    return;
+  }
   p.setVolume(s.muteOn ? -10000 : 0);
   p.setWindow(5, 0, 360, 270, true);
   s.videoDuration = p.duration();

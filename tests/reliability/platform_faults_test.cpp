@@ -1,0 +1,304 @@
+// Faults of the platform under a running command: the player that cannot
+// open a video or dies in the middle of play, the pedal's adapter pulled
+// out, the script closed under a timing run. Each command must end as it
+// ends on an error, leave the window usable for the next command, and keep
+// what was already written.
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "captions/caption_timing_loop.h"
+#include "dubbing/dub_marks.h"
+#include "simulation/simulation_menus.h"
+#include "subtitling/playing_station.h"
+#include "subtitling/timing_loop.h"
+#include "transport/pedal.h"
+#include "transport/transport_fixture.h"
+
+namespace quillon {
+namespace {
+
+using testing::PlayingStation;
+using testing::TransportStation;
+using testing::windowRestored;
+
+// A pump budget for a command under test: past it the run counts as hung
+// and is cut short, so a fault fails the test instead of hanging it.
+struct PumpBound {
+  PumpBound(testing::TestStation& t, long limit) : t_(t), limit_(limit) {
+    auto inner = t.ui.onPump;
+    t.ui.onPump = [this, inner] {
+      if (inner) inner();
+      if (++pumps_ > limit_) {
+        hung = true;
+        t_.st.s.g_fsim = t_.st.s.g_fedit = t_.st.s.g_fVideoRun = false;
+      }
+    };
+  }
+  bool hung = false;
+
+ private:
+  testing::TestStation& t_;
+  long limit_;
+  long pumps_ = 0;
+};
+
+// A PAL video file tagged with a window from 00:00:00:00 to 00:02:00:00.
+std::string palVideo(const std::string& name) {
+  return testing::videoFile(name, "\"P00000000000200000\"\r\n");
+}
+
+// The operator opens the video again after the player has come back.
+void reopenVideo(testing::TestStation& t, SimulatedPlayer& player, const std::string& path) {
+  player.diesAt = std::numeric_limits<double>::infinity();
+  abrirvideo(t.st, u"\"" + fromUtf8(path) + u"\"");
+}
+
+TEST(PlayerFaults, AVideoThePlayerCannotOpenGivesTheBoxAndChangesNothingElse) {
+  TransportStation t;
+  const std::string path = palVideo("broken.avi");
+  t.player.failing.insert("renderFile");
+  const ViewState before = t.st.view;
+  abrirvideo(t.st, u"\"" + fromUtf8(path) + u"\"");
+  ASSERT_EQ(t.ui.boxes.size(), 1u);
+  EXPECT_EQ(t.ui.lastBox().text, u"Error: Cannot create video object");
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
+  EXPECT_EQ(t.ui.pointer, Pointer::Default);
+  EXPECT_FALSE(t.st.s.g_fVideoRun);
+  EXPECT_EQ(t.st.view.panel(3).text, u"");
+  // The transport stays as it was: nothing new to time or simulate against.
+  for (const char* m : {"mnu_ctlVideo", "mnu_tex_par", "mnu_sub", "mnu_dub", "mnu_cc"})
+    EXPECT_EQ(t.st.view.menu(m).enabled, before.menu(m).enabled) << m;
+  EXPECT_EQ(t.st.view.caption, before.caption);
+
+  // The same file once the player can read it.
+  t.player.failing.clear();
+  abrirvideo(t.st, u"\"" + fromUtf8(path) + u"\"");
+  EXPECT_EQ(t.ui.boxes.size(), 1u);
+  EXPECT_TRUE(t.player.running());
+  EXPECT_TRUE(t.st.view.menu("mnu_sub").enabled);
+}
+
+TEST(PlayerFaults, APlayerDyingInPlayStopsTheVideoWhereItStood) {
+  TransportStation t;
+  t.openTaggedVideo(120);
+  resumevideo(t.st);
+  t.player.diesAt = t.ui.clock + 5;
+  t.run(10);
+  EXPECT_FALSE(t.st.s.g_fVideoRun);
+  EXPECT_EQ(t.st.view.menu("mnu_play").caption, u"&Play");
+  EXPECT_NEAR(t.st.s.g_dblPosActual, 5, 0.05);  // not thrown back to 0
+  EXPECT_EQ(t.st.view.LabTimecode.caption.substr(0, 7), u"01:00:0");
+  EXPECT_TRUE(t.ui.boxes.empty());
+
+  reopenVideo(t, t.player, palVideo("again.avi"));
+  t.run(2);
+  EXPECT_TRUE(t.st.s.g_fVideoRun);
+  EXPECT_NEAR(t.st.s.g_dblPosActual, 2, 0.05);
+}
+
+const u16 kUntimed = u"One\r\rTwo\r\rThree\r\rFour\r\r";
+
+TEST(PlayerFaults, APlayerDyingInATimingRunEndsItAsTheVideoEndKeepingTheTags) {
+  PlayingStation t;
+  PumpBound bound(t, 200000);
+  t.open(kUntimed);
+  t.cursorAt(u"One");
+  t.markAt(2.0);
+  t.markAt(4.0);
+  t.markAt(5.0);  // Two's cue-in; the player dies before its cue-out
+  t.when(5.5, [&] { t.player.diesAt = t.ui.clock + 1.0; });
+  timingLoop(t.st);
+  EXPECT_FALSE(bound.hung);
+  // Two keeps its one-line floor, reached as the video stopped.
+  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:20>00:00:03:20]\rOne\r\r"
+                         u"SUB[0 N 00:00:04:20>00:00:05:20]\rTwo\r\rThree\r\rFour\r\r");
+  EXPECT_TRUE(windowRestored(t.st));
+  EXPECT_TRUE(t.ui.boxes.empty());
+
+  // The player back and the video open again, the run goes on from Three.
+  reopenVideo(t, t.player, palVideo("timing.avi"));
+  t.cursorAt(u"Three");
+  t.markAt(1.0);
+  t.markAt(3.0);
+  timingLoop(t.st);
+  EXPECT_NE(t.content().find(u"SUB[0 N 00:00:00:20>00:00:02:20]\rThree"), u16::npos);
+  EXPECT_FALSE(bound.hung);
+}
+
+u16 timedSubtitle(const char* in, const char* out, const char* text) {
+  return u"SUB[0 N " + U(in) + u">" + U(out) + u"]\r" + U(text) + u"\r\r";
+}
+
+TEST(PlayerFaults, APlayerDyingInASimulationClosesItAndTheNextOneRuns) {
+  PlayingStation t;
+  PumpBound bound(t, 200000);
+  t.open(timedSubtitle("00:00:02:00", "00:00:04:00", "First") + timedSubtitle("00:00:06:00", "00:00:09:00", "Second") +
+         timedSubtitle("00:00:30:00", "00:00:33:00", "Third"));
+  int shown = 0;
+  bool wasShowing = false;
+  auto inner = t.ui.onPump;
+  t.ui.onPump = [&, inner] {
+    inner();
+    const bool showing = t.st.view.overlays.FormaSub.Visible;
+    if (showing && !wasShowing) ++shown;
+    wasShowing = showing;
+  };
+  t.player.diesAt = t.ui.clock + 7;  // in the middle of Second
+  const u16 before = t.content();
+  mnu_sim_d(t.st);
+  EXPECT_FALSE(bound.hung);
+  EXPECT_EQ(shown, 2);
+  EXPECT_FALSE(t.st.s.g_fsim);
+  EXPECT_FALSE(t.st.view.overlays.FormaSub.Visible);
+  EXPECT_TRUE(t.st.view.slVideo.visible && t.st.view.toolbarVisible);
+  for (const char* m : {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub", "mnu_cc", "mnu_herr", "mnu_hlp"})
+    EXPECT_TRUE(t.st.view.menu(m).enabled) << m;
+  EXPECT_EQ(t.content(), before);
+  EXPECT_TRUE(t.ui.boxes.empty());
+
+  reopenVideo(t, t.player, palVideo("sim.avi"));
+  shown = 0;
+  mnu_sim_d(t.st);
+  EXPECT_EQ(shown, 3);
+  EXPECT_FALSE(bound.hung);
+}
+
+TEST(PortFaults, ThePedalAdapterPulledInPlayLeavesThePlayAndTheKeysAndCanBeOpenedAgain) {
+  TransportStation t;
+  ASSERT_TRUE(t.port.open(1));  // as at start-up
+  t.openTaggedVideo(120);
+  resumevideo(t.st);
+  t.run(1);
+  t.port.lineChange(CommEvent::comEvCTS);  // forward pedal: +5 s
+  t.run(1);
+  EXPECT_NEAR(t.st.s.g_dblPosActual, 7, 0.1);
+
+  t.port.lineChange(CommEvent::comEvDSR);  // a press the adapter never delivers
+  t.port.vanish();
+  t.port.lineChange(CommEvent::comEvCD);
+  t.run(1);
+  EXPECT_TRUE(t.st.s.g_fVideoRun);  // the middle pedal's stop was lost with the adapter
+  EXPECT_NEAR(t.st.s.g_dblPosActual, 8, 0.1);
+  EXPECT_TRUE(t.ui.boxes.empty());
+  advance5seconds(t.st);  // the keys still move the video
+  t.run(0.5);
+  EXPECT_NEAR(t.st.s.g_dblPosActual, 13.5, 0.1);
+
+  // Plugged in again: the port menu opens it, since the station no longer holds it.
+  mnu_footpedalcom(t.st, 1);
+  EXPECT_EQ(t.ui.lastBox().text, u"An error occured trying to open serial port COM1.");
+  t.port.presentPorts.insert(1);
+  mnu_footpedalcom(t.st, 1);
+  EXPECT_EQ(t.ui.lastBox().text, u"Serial Port COM1 opened for foot pedal communications.");
+  t.port.lineChange(CommEvent::comEvDSR);
+  t.run(1);
+  EXPECT_FALSE(t.st.s.g_fVideoRun);
+}
+
+// The script as it stood when it was closed.
+struct ClosedScript {
+  u16 text;
+  void closeNow(testing::TestStation& t) {
+    text = t.docs.active()->text();
+    t.docs.closeActive();
+  }
+};
+
+TEST(DocumentFaults, TheScriptClosedInASubtitleRunEndsItAsTheScriptsEnd) {
+  PlayingStation t;
+  PumpBound bound(t, 200000);
+  ClosedScript closed;
+  t.open(kUntimed);
+  t.cursorAt(u"One");
+  t.markAt(2.0);
+  t.markAt(4.0);
+  t.markAt(5.0);
+  t.when(5.5, [&] { closed.closeNow(t); });
+  t.markAt(7.0);  // the cue-out of Two has no script to go to
+  timingLoop(t.st);
+  EXPECT_FALSE(bound.hung);
+  EXPECT_EQ(closed.text, u"SUB[0 N 00:00:01:20>00:00:03:20]\rOne\r\rTwo\r\rThree\r\rFour\r\r");
+  EXPECT_TRUE(windowRestored(t.st));
+  EXPECT_TRUE(t.ui.boxes.empty());
+
+  // The operator opens the script again and times on.
+  t.open(closed.text);
+  t.cursorAt(u"Two");
+  t.markAt(9.0);
+  t.markAt(11.0);
+  t.escapeAt(12.0);
+  timingLoop(t.st);
+  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:20>00:00:03:20]\rOne\r\rSUB[0 N 00:00:08:20>00:00:10:20]\rTwo\r\r"
+                         u"Three\r\rFour\r\r");
+  EXPECT_FALSE(bound.hung);
+}
+
+TEST(DocumentFaults, TheScriptClosedInACaptionRunEndsItAsTheScriptsEnd) {
+  PlayingStation t;
+  PumpBound bound(t, 200000);
+  ClosedScript closed;
+  t.open(u"Row one\rRow two\r\rSingle\r\rLast\r\r");
+  t.cursorAt(u"Row one");
+  t.markAt(2.0);
+  t.markAt(4.0);
+  t.markAt(5.0);
+  t.when(5.5, [&] { closed.closeNow(t); });
+  t.markAt(7.0);
+  mnu_cc_temp(t.st);
+  EXPECT_FALSE(bound.hung);
+  EXPECT_EQ(closed.text, u"CAP[0NC 00:00:01:20>00:00:03:20]\rRow one\rRow two\r\rSingle\r\rLast\r\r");
+  EXPECT_TRUE(windowRestored(t.st));
+  EXPECT_TRUE(t.ui.boxes.empty());
+
+  t.open(closed.text);
+  t.cursorAt(u"Single");
+  t.markAt(9.0);
+  t.markAt(11.0);
+  t.escapeAt(12.0);
+  mnu_cc_temp(t.st);
+  EXPECT_NE(t.content().find(u"CAP[0NC 00:00:08:20>00:00:10:20]\rSingle\r"), u16::npos);
+  EXPECT_FALSE(bound.hung);
+}
+
+TEST(DocumentFaults, TheScriptClosedBetweenDubbingMarksGivesTheAttachBoxAndTheNextBlockIsWritten) {
+  PlayingStation t;
+  PumpBound bound(t, 200000);
+  ClosedScript closed;
+  Session& s = t.st.s;
+  s.switchToWordProcessor = false;
+  s.characterWindow = false;
+  s.dub_voz_on = true;
+  t.open(u"First line\r\rSecond line\r\rThird line\r\r");
+  t.docs.select({0, 0});
+  resumevideo(t.st);
+  auto press = [&](double at) { t.when(at, [&] { mnu_dub_blo(t.st); }); };
+  press(2.0);
+  press(4.0);
+  t.when(5.0, [&] { closed.closeNow(t); });
+  press(6.0);
+  press(8.0);  // the block has no script to go to
+  t.playActions();
+  EXPECT_FALSE(bound.hung);
+  EXPECT_EQ(closed.text, u"DUB[0 N 00:00:01:20>00:00:03:20] First line\r\rSecond line\r\rThird line\r\r");
+  ASSERT_EQ(t.ui.boxes.size(), 1u);
+  EXPECT_EQ(t.ui.lastBox().text, u"Error: No currently open Word document ");
+  EXPECT_FALSE(s.g_fVideoRun);  // stopped at the mark, as for any block
+  EXPECT_EQ(s.blockStart, 0);
+  EXPECT_EQ(t.st.view.menu("mnu_dub_blo").caption, u"Cue-in");
+
+  // The script open again, the operator plays on and marks the next block.
+  t.open(closed.text);
+  const long p = static_cast<long>(t.content().find(u"Second"));
+  t.docs.select({p, p});
+  resumevideo(t.st);
+  press(10.0);
+  press(12.0);
+  t.playActions();
+  EXPECT_NE(t.content().find(u"DUB[0 N 00:00:09:20>00:00:11:20] Second line"), u16::npos);
+  EXPECT_TRUE(s.g_fVideoRun);
+  EXPECT_FALSE(bound.hung);
+}
+
+}  // namespace
+}  // namespace quillon
