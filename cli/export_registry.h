@@ -4,15 +4,11 @@
 
 #include <vector>
 
-#include "cli/command.h"
+#include "cli/sub_registry.h"
 
 namespace quillon::cli {
 
-struct ExportFormat {
-  const char* name;   // the word after "export", e.g. "scc"
-  const char* usage;  // the usage line after "quillon-cli ", e.g. "export scc [...] SCRIPT -o OUT.scc"
-  int (*run)(Invocation&);  // args hold the words after FORMAT
-};
+using ExportFormat = SubCommand;
 
 struct ExportRegistrar {
   explicit ExportRegistrar(const ExportFormat& format);

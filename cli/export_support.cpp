@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/atomic_file.h"
 #include "script/document_files.h"
 
 namespace quillon::cli {
@@ -51,7 +52,16 @@ void applyFields(FormModel& form, const FormatArgs& a) {
 
 void answerSaveDialog(Invocation& inv, const FormatArgs& a) { inv.ui.savePaths.push_back(a.output); }
 
-void openEmptyDocument(Invocation& inv) { inv.docs.documentsAdd(); }
+int beginFileImport(Invocation& inv, FormatArgs& a) {
+  if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
+  // The station stops silently on a file it cannot read; here the reason is
+  // told (missing, not a file, far too large).
+  std::string bytes, error;
+  if (!readWholeFile(a.input, bytes, &error)) return inv.fail(error);
+  inv.docs.documentsAdd();
+  inv.ui.openPaths.push_back(a.input);
+  return 0;
+}
 
 int saveActiveDocument(Invocation& inv, const std::string& path) {
   MemoryDocument* d = inv.docs.active();

@@ -34,9 +34,11 @@ void applyFields(FormModel& form, const FormatArgs& a);
 // Runs an export whose frame asks for the file name: -o answers the dialog.
 void answerSaveDialog(Invocation& inv, const FormatArgs& a);
 
-// The word processor with one empty document open, which an import needs to
-// attach to; the import then opens its own.
-void openEmptyDocument(Invocation& inv);
+// Readies an import of a file the station opens through its own dialog: takes
+// the arguments, checks IN can be read, opens the empty document the import
+// attaches to (it then opens its own) and queues IN for the open dialog.
+// 0 when fine, otherwise the exit code after the message.
+int beginFileImport(Invocation& inv, FormatArgs& a);
 // Saves the active document to `path`: 0, or 2 after the message.
 int saveActiveDocument(Invocation& inv, const std::string& path);
 

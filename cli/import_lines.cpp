@@ -2,7 +2,6 @@
 // imports into a new tagged script, which SCRIPT receives.
 #include "cli/export_support.h"
 #include "cli/import_registry.h"
-#include "core/atomic_file.h"
 #include "formats/line_imports.h"
 
 namespace quillon::cli {
@@ -11,13 +10,7 @@ namespace {
 
 int runFileImport(Invocation& inv, bool (*handler)(Station&)) {
   FormatArgs a;
-  if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
-  // The station stops silently on a file it cannot read; here the reason is
-  // told (missing, not a file, far too large).
-  std::string bytes, error;
-  if (!readWholeFile(a.input, bytes, &error)) return inv.fail(error);
-  openEmptyDocument(inv);
-  inv.ui.openPaths.push_back(a.input);
+  if (int rc = beginFileImport(inv, a)) return rc;
   int before = inv.ui.boxesShown;
   if (!handler(inv.st)) return inv.exitFor(false);
   // The .SUB reader's format errors leave the new document empty.

@@ -4,15 +4,11 @@
 
 #include <vector>
 
-#include "cli/command.h"
+#include "cli/sub_registry.h"
 
 namespace quillon::cli {
 
-struct ImportFormat {
-  const char* name;   // the word after "import"
-  const char* usage;  // the usage line after "quillon-cli "
-  int (*run)(Invocation&);  // args hold the words after FORMAT
-};
+using ImportFormat = SubCommand;
 
 struct ImportRegistrar {
   explicit ImportRegistrar(const ImportFormat& format);
