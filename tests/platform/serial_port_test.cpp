@@ -40,15 +40,25 @@ class ScriptedLines : public ModemLineSource {
     cv_.notify_all();
   }
 
+  // The adapter is pulled out: a wait in progress fails, and nothing can
+  // be read any more, as the driver's calls fail with EIO.
+  void vanish() {
+    {
+      std::lock_guard lock(mutex_);
+      gone_ = true;
+    }
+    cv_.notify_all();
+  }
+
   bool counts(LineCounts& c) override {
     std::lock_guard lock(mutex_);
     c = counts_;
-    return canCount;
+    return canCount && !gone_;
   }
   bool levels(LineLevels& l) override {
     std::lock_guard lock(mutex_);
     l = levels_;
-    return canReadLevels;
+    return canReadLevels && !gone_;
   }
   Wait waitForChange() override {
     if (!canWait) return Wait::Unsupported;
@@ -56,8 +66,9 @@ class ScriptedLines : public ModemLineSource {
     const int seen = changes_;
     ++waits_;
     cv_.notify_all();
-    cv_.wait(lock, [&] { return interrupted_ || changes_ != seen; });
-    return interrupted_ ? Wait::Interrupted : Wait::Changed;
+    cv_.wait(lock, [&] { return interrupted_ || gone_ || changes_ != seen; });
+    if (interrupted_) return Wait::Interrupted;
+    return gone_ ? Wait::Unsupported : Wait::Changed;
   }
   void interrupt() override {
     {
@@ -78,7 +89,7 @@ class ScriptedLines : public ModemLineSource {
   LineCounts counts_;
   LineLevels levels_;
   int changes_ = 0, waits_ = 0, waitsAtLastChange_ = 0;
-  bool interrupted_ = false;
+  bool interrupted_ = false, gone_ = false;
 };
 
 // Collects the events a watcher delivers, from its thread.
@@ -256,6 +267,32 @@ TEST(PosixSerialPort, PseudoTerminalWithoutModemLinesStaysQuietAndCloses) {
   port.close();
   EXPECT_FALSE(port.isOpen());
   unsetenv("QUILLON_COM4");
+}
+
+TEST(PosixSerialPort, AnAdapterPulledOutCountsAsClosedAndOpensAgainWhenBack) {
+  for (bool canCount : {true, false}) {
+    Pty pty;
+    ASSERT_FALSE(pty.slave().empty());
+    setenv("QUILLON_COM2", pty.slave().c_str(), 1);
+    ScriptedLines* lines = nullptr;
+    PosixSerialPort port([&](int) {
+      auto l = std::make_unique<ScriptedLines>();
+      l->canCount = canCount;  // watched by counts, or polled for levels
+      lines = l.get();
+      return l;
+    });
+    ASSERT_TRUE(port.open(2));
+    lines->vanish();
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (port.isOpen() && std::chrono::steady_clock::now() < deadline)
+      std::this_thread::sleep_for(std::chrono::milliseconds(ModemWatcher::kPollMilliseconds));
+    EXPECT_FALSE(port.isOpen()) << "counts " << canCount;
+    // Plugged in again (the same device here), the port menu opens it.
+    EXPECT_TRUE(port.open(2)) << "counts " << canCount;
+    EXPECT_TRUE(port.isOpen());
+    port.close();
+    unsetenv("QUILLON_COM2");
+  }
 }
 
 }  // namespace

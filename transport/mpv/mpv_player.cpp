@@ -101,7 +101,9 @@ void MpvPlayer::eventLoop() {
           break;
         case MPV_EVENT_END_FILE: {
           auto* end = static_cast<mpv_event_end_file*>(ev->data);
-          if (load_ == Load::Loading && end->reason == MPV_END_FILE_REASON_ERROR) load_ = Load::Failed;
+          // A file that fails in the middle of play is as closed to the
+          // station as one that never loaded: its waits end where it stood.
+          if (load_ != Load::None && end->reason == MPV_END_FILE_REASON_ERROR) load_ = Load::Failed;
           break;
         }
         case MPV_EVENT_PLAYBACK_RESTART:

@@ -8,7 +8,7 @@ namespace quillon {
 ModemWatcher::ModemWatcher(std::unique_ptr<ModemLineSource> source, Sink sink)
     : source_(std::move(source)), sink_(std::move(sink)) {
   haveCounts_ = source_->counts(lastCounts_);
-  source_->levels(lastLevels_);
+  haveLevels_ = source_->levels(lastLevels_);
   // Without counts a wake-up would not say which line moved, or whether one
   // moved and came back: levels are polled instead.
   polling_ = !haveCounts_;
@@ -32,7 +32,7 @@ void ModemWatcher::run() {
     std::lock_guard lock(mutex_);
     return stopping_;
   };
-  while (!stopping()) {
+  while (!stopping() && !gone_) {
     if (!polling_) {
       switch (source_->waitForChange()) {
         case ModemLineSource::Wait::Changed:
@@ -61,7 +61,11 @@ bool ModemWatcher::pollPause() {
 
 void ModemWatcher::lookAtCounts() {
   LineCounts now;
-  if (!source_->counts(now)) return;
+  // Counts that could be read and no longer can: the device is gone.
+  if (!source_->counts(now)) {
+    gone_ = true;
+    return;
+  }
   auto deliver = [this](uint32_t before, uint32_t after, CommEvent ev) {
     for (uint32_t n = std::min(after - before, kMaxEventsPerLook); n > 0; --n) sink_(ev);
   };
@@ -73,7 +77,10 @@ void ModemWatcher::lookAtCounts() {
 
 void ModemWatcher::lookAtLevels() {
   LineLevels now;
-  if (!source_->levels(now)) return;
+  if (!source_->levels(now)) {
+    if (haveLevels_) gone_ = true;
+    return;
+  }
   if (now.cts != lastLevels_.cts) sink_(CommEvent::comEvCTS);
   if (now.dsr != lastLevels_.dsr) sink_(CommEvent::comEvDSR);
   if (now.cd != lastLevels_.cd) sink_(CommEvent::comEvCD);

@@ -36,6 +36,9 @@ class ModemWatcher {
   void stop();
   // Whether the thread fell back to polling.
   bool polling() const { return polling_; }
+  // Whether the device went away (a USB adapter pulled out): lines that
+  // could be read no longer can. The thread has ended or is ending.
+  bool gone() const { return gone_; }
 
  private:
   void run();
@@ -48,8 +51,9 @@ class ModemWatcher {
   Sink sink_;
   LineCounts lastCounts_;
   LineLevels lastLevels_;
-  bool haveCounts_ = false;
+  bool haveCounts_ = false, haveLevels_ = false;
   std::atomic<bool> polling_{false};
+  std::atomic<bool> gone_{false};
 
   std::mutex mutex_;
   std::condition_variable wake_;

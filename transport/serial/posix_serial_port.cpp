@@ -99,7 +99,8 @@ std::string PosixSerialPort::devicePath(int port) {
 }
 
 bool PosixSerialPort::open(int port) {
-  if (fd_ >= 0) return false;  // an open port is never reopened, not even the same one
+  if (isOpen()) return false;  // an open port is never reopened, not even the same one
+  close();                     // what is left of a device that went away
   const std::string path = devicePath(port);
   if (path.empty()) return false;
   int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);

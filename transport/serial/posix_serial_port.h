@@ -48,7 +48,9 @@ class PosixSerialPort : public SerialPort {
 
   bool open(int port) override;
   void close() override;
-  bool isOpen() const override { return fd_ >= 0; }
+  // A device that went away while open counts as closed, so that the port
+  // menu can open it again once it is back.
+  bool isOpen() const override { return fd_ >= 0 && !watcher_->gone(); }
   bool takeEvent(CommEvent& ev) override { return events_.pop(ev); }
   void setEventNotifier(std::function<void()> notify) override { events_.setNotifier(std::move(notify)); }
 
