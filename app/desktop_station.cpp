@@ -24,6 +24,7 @@
 #include "transport/mpv/mpv_player.h"
 #endif
 #ifdef HAVE_QUILLON_MPV_WIDGET
+#include "transport/mpv/mpv_software_video_widget.h"
 #include "transport/mpv/mpv_video_widget.h"
 #endif
 #ifdef HAVE_QUILLON_SERIAL
@@ -78,6 +79,18 @@ class PictureFirstPlayer : public MediaPlayer {
   std::function<void()> beforeLoad_;
 };
 
+#ifdef HAVE_QUILLON_MPV_WIDGET
+bool softwarePicture(DesktopOptions::Renderer r) {
+  if (r == DesktopOptions::Renderer::Automatic) {
+    const QByteArray env = qgetenv("QUILLON_RENDERER");
+    if (env == "gl") r = DesktopOptions::Renderer::OpenGl;
+    if (env == "sw") r = DesktopOptions::Renderer::Software;
+  }
+  if (r == DesktopOptions::Renderer::Automatic) return openGlRunsInSoftware();
+  return r == DesktopOptions::Renderer::Software;
+}
+#endif
+
 }  // namespace
 
 DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(options)) {
@@ -94,7 +107,12 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
   auto mpvPlayer = std::make_unique<MpvPlayer>(mpv);
   if (mpvPlayer->created()) {
 #ifdef HAVE_QUILLON_MPV_WIDGET
-    if (options_.picture) video_ = new MpvVideoWidget(*mpvPlayer);
+    if (options_.picture) {
+      if (softwarePicture(options_.renderer))
+        video_ = new MpvSoftwareVideoWidget(*mpvPlayer);
+      else
+        video_ = new MpvVideoWidget(*mpvPlayer);
+    }
 #endif
     player_ = std::move(mpvPlayer);
   }

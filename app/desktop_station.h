@@ -20,6 +20,11 @@ struct DesktopOptions {
   // mpv draws the picture into the window (OpenGL); off, it decodes
   // without drawing, for desktops that have no OpenGL.
   bool picture = true;
+  // How the picture is drawn: through OpenGL, or scaled by mpv into an image
+  // the window paints. Automatic takes the image path where OpenGL is a
+  // software rasteriser; QUILLON_RENDERER=gl or sw overrides it.
+  enum class Renderer { Automatic, OpenGl, Software };
+  Renderer renderer = Renderer::Automatic;
   // mpv's audio output; empty for its own choice, "null" for silence.
   std::string audioOutput;
   // Open the pedal's serial port at the start.
