@@ -136,7 +136,7 @@ void Dos850ListImport(benchmark::State& state) {
   const int n = static_cast<int>(state.range(0));
   std::string bytes = "\r\n";
   for (int i = 0; i < n; ++i) {
-    char number[16];
+    char number[32];
     std::snprintf(number, sizeof number, "%04d", i + 1);
     std::string head = number;
     head.resize(10, ' ');
@@ -147,7 +147,7 @@ void Dos850ListImport(benchmark::State& state) {
 
 std::string srtTime(double seconds) {
   const int ms = static_cast<int>(seconds * 1000 + 0.5);
-  char out[16];
+  char out[32];
   std::snprintf(out, sizeof out, "%02d:%02d:%02d,%03d", ms / 3600000, ms / 60000 % 60, ms / 1000 % 60, ms % 1000);
   return out;
 }
