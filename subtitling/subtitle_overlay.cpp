@@ -27,9 +27,4 @@ char16_t styleFromOverlay(const FormaSubState& f, bool twoLines) {
   return (twoLines && f.Line2.italic) ? u'2' : u'N';
 }
 
-u16 withoutParagraphMark(const u16& paragraph) {
-  if (!paragraph.empty() && paragraph.back() == CR) return paragraph.substr(0, paragraph.size() - 1);
-  return paragraph;
-}
-
 }  // namespace quillon

@@ -19,7 +19,4 @@ char16_t tagAlignment(u16v letter);
 // 2 (second line only) or N. One line is only ever I or N.
 char16_t styleFromOverlay(const FormaSubState& f, bool twoLines);
 
-// A paragraph's text without its closing CR.
-u16 withoutParagraphMark(const u16& paragraph);
-
 }  // namespace quillon

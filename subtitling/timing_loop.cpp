@@ -8,18 +8,13 @@
 #include "script/tag_grammar.h"
 #include "subtitling/edit_subtitle.h"
 #include "subtitling/editing_commands.h"
+#include "script/timing_helpers.h"
+#include "script/timing_run.h"
 #include "subtitling/subtitle_overlay.h"
-#include "subtitling/timing_helpers.h"
 
 namespace quillon {
 
 namespace {
-
-constexpr uint32_t kGrey = 0xC0C0C0, kWhite = 0xFFFFFF, kGreen = 65280, kRed = 255;
-
-// The menus a timing run or a simulation takes away from the operator.
-constexpr std::array<const char*, 7> kLockedMenus = {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub",
-                                                     "mnu_cc",   "mnu_herr",     "mnu_hlp"};
 
 struct ModeItem {
   const char* item;
@@ -92,17 +87,6 @@ bool readSubtitle(Station& st, Reading& r) {
   return true;
 }
 
-// The waits end with the video. Timer1 stops reading the position once it
-// is within a hundredth of a second of the end, so that is the end here too:
-// a wait for the exact length could outlast a video that has stopped.
-bool beforeVideoEnd(const Session& s) { return s.videoDuration - 0.01 > s.g_dblPosActual; }
-
-// Yields to the event loop while `keepWaiting` holds.
-template <class Pred>
-void waitWhile(Station& st, Pred keepWaiting) {
-  while (keepWaiting()) st.ui.pumpEvents();
-}
-
 // The run's body, from the first subtitle to the way out.
 void runSubtitles(Station& st, TimingMode mode) {
   Session& s = st.s;
@@ -111,7 +95,7 @@ void runSubtitles(Station& st, TimingMode mode) {
   DocumentService& d = *st.doc;
   const int fps = st.fps();
   const double gap = FRAMESaSEG(s.minInterleave, fps) + FRAMESaSEG(1, fps);
-  double lowerBound = 0, cueIn = 0, cueOut = 0, lastCueOut = 0, floorOut = 0;
+  double lowerBound = 0, lastCueOut = 0, floorOut = 0;
   u16 both;  // the text whose length gives the automatic duration
   Reading r;
 
@@ -136,62 +120,24 @@ void runSubtitles(Station& st, TimingMode mode) {
     if (s.g_fsim) {
       s.ultimodelay = s.delay;
       const int align = overlayAlignment(s.ultimaposhcc);
-      f.Line1 = OverlayLine{withoutParagraphMark(r.line1), kGrey, r.italic1, align};
-      if (r.twoLines) f.Line2 = OverlayLine{withoutParagraphMark(r.line2), kGrey, r.italic2, align};
+      f.Line1 = OverlayLine{withoutParagraphMark(r.line1), kTextComing, r.italic1, align};
+      if (r.twoLines) f.Line2 = OverlayLine{withoutParagraphMark(r.line2), kTextComing, r.italic2, align};
       f.Line2.alignment = align;
       placeSubtitleOverlay(st, r.twoLines, s.ultimaposenpantalla);
       f.Visible = true;
     }
     // d to g.
-    if (!s.g_fsim) return;
-    v.LabCom.caption.clear();
-    v.LabDur.caption.clear();
-    if (lastCueOut > 0) lowerBound = lastCueOut + gap;
-    if (s.outnextin) {
-      s.outnextin = false;
-      s.TCSpacebar = lowerBound;
-    } else {
-      s.TCSpacebar = 0;
-    }
-    if (!(s.videoDuration - 0.1 > s.g_dblPosActual)) return;
+    if (!readyForCue(st, lastCueOut, gap, lowerBound)) return;
     // h, i: the style as the overlay shows it; keys may change it later.
     s.miItalStyle = u16(1, styleFromOverlay(f, r.twoLines));
     const double inDelay = s.ultimodelay;
 
     // j to l: the cue-in, and the cue-out its text's length suggests.
-    waitWhile(st, [&] { return s.TCSpacebar == 0 && beforeVideoEnd(s) && s.g_fsim; });
-    cueIn = laterOf(s.TCSpacebar, lowerBound);
-    v.LabCom.caption = SEGaTC(cueIn, fps);
-    f.Line1.foreColor = f.Line2.foreColor = kWhite;
-    cueOut = cueIn + autoDuration(s, static_cast<double>(both.size()));
-    v.LabDur.caption = SEGaTC(cueOut, fps);
-    v.LabDur.foreColor = kWhite;
+    const Cue cue = waitForCueIn(st, lowerBound, static_cast<double>(both.size()));
+    f.Line1.foreColor = f.Line2.foreColor = kTextOn;
 
     // m, n: the cue-out.
-    if (mode == TimingMode::Assisted) {
-      waitWhile(st, [&] {
-        return cueOut + gap > transformadaTCactual(s) && beforeVideoEnd(s) && s.g_fsim;
-      });
-    } else {
-      s.TCSpacebar = 0;
-      waitWhile(st, [&] {
-        if (!(s.TCSpacebar == 0 && beforeVideoEnd(s) && s.g_fsim)) return false;
-        // Green once the text has had its reading time.
-        if (cueOut - s.delay < transformadaTCactual(s)) v.LabDur.foreColor = kGreen;
-        return true;
-      });
-      if (!r.twoLines) floorOut = cueIn + s.minOnAir1;
-      if (!(s.TCSpacebar > floorOut)) {
-        cueOut = floorOut;
-        waitWhile(st, [&] {
-          return transformadaTCactual(s) < cueOut && beforeVideoEnd(s) && s.g_fsim;
-        });
-      } else {
-        cueOut = s.TCSpacebar;
-      }
-      v.LabDur.foreColor = kRed;
-      v.LabDur.caption = SEGaTC(cueOut, fps);
-    }
+    const double cueOut = waitForCueOut(st, mode == TimingMode::Assisted, cue, gap, !r.twoLines, floorOut);
     const char16_t align = tagAlignment(s.ultimaposhcc);
 
     // o to q: the tag.
@@ -202,7 +148,7 @@ void runSubtitles(Station& st, TimingMode mode) {
     if (mode != TimingMode::Textless && s.g_fsim) {
       s.tagUndoCount += 1;
       if (s.tagUndoCount >= static_cast<int>(s.tagUndo.size())) s.tagUndo.resize(s.tagUndoCount + 1);
-      const double t1 = clampCueIn(s, cueIn - inDelay);
+      const double t1 = clampCueIn(s, cue.in - inDelay);
       const double t2 = clampCueOut(s, cueOut - outDelay);
       const u16 style = s.miItalStyle.empty() ? u16(u"N") : s.miItalStyle;
       const u16 tag = subtitleTag(s.ultimaposenpantalla, align, style[0], t1, t2, fps);
@@ -213,14 +159,14 @@ void runSubtitles(Station& st, TimingMode mode) {
       d.selectNext(wdParagraph, 2);
     } else if (mode == TimingMode::Textless && s.g_fsim) {
       if (s.sequentialNumbering) {
-        const u16 line = right(u"0000" + numberText(s.nextSeqNumber), 4) + u"\t" + SEGaTC(cueIn - inDelay, fps) +
+        const u16 line = right(u"0000" + numberText(s.nextSeqNumber), 4) + u"\t" + SEGaTC(cue.in - inDelay, fps) +
                          u"\t" + SEGaTC(cueOut - outDelay, fps) + CR;
         d.selectionInsertAfter(line);
         d.moveRight(wdCharacter, 29);
         s.nextSeqNumber += 1;
       } else {
         d.selectionInsertAfter(
-            textlessSubtitleTag(s.ultimaposenpantalla, align, cueIn - inDelay, cueOut - outDelay, fps));
+            textlessSubtitleTag(s.ultimaposenpantalla, align, cue.in - inDelay, cueOut - outDelay, fps));
         d.moveRight(wdCharacter, 34);
       }
     }
@@ -247,9 +193,6 @@ void mnu_tex_opc_less(Station& st) { setTimingMode(st, TimingMode::Textless); }
 
 void timingLoop(Station& st) {
   if (!attachDocument(st)) return;
-  // A run starts with no document error pending: one left behind by an
-  // earlier command (a script closed under it) would end this run at once.
-  st.doc->clearError();
   Session& s = st.s;
   ViewState& v = st.view;
   s.g_fVideoRun = false;
@@ -258,38 +201,17 @@ void timingLoop(Station& st) {
   s.g_fsim = true;
   scanWithoutChecks(st, 0);  // the table must know every subtitle already timed
 
-  const LabelState keptCom = v.LabCom, keptDur = v.LabDur;
-  v.LabCom.caption.clear();
-  v.LabDur.caption.clear();
-  v.toolbarEnabled = false;
-  v.slVideo.enabled = false;
-  for (const char* m : kLockedMenus) v.menu(m).enabled = false;
-
-  s.g_fspot = true;
   s.ultimaposenpantalla = 0;
-  s.ultimaposhcc = u"C";
   s.miItalStyle = u"N";
-  s.TCSpacebar = 0;
-  s.outnextin = false;
   s.tagUndoCount = 0;
-  if (st.resumeVideo) st.resumeVideo(st);
+  const KeptCueLabels kept = lockWindowForRun(st);
   v.overlays.FormaSub.Visible = true;
 
   runSubtitles(st, timingMode(st));
 
   // Every way out comes through here.
-  v.LabCom = keptCom;
-  v.LabDur = keptDur;
   v.overlays.FormaSub.Visible = false;
-  s.g_fsim = false;
-  if (instr(v.panel(8).text, u"Error") > 0) v.panel(8).text.clear();
-  if (st.pauseVideo) st.pauseVideo(st);
-  v.toolbarEnabled = true;
-  v.slVideo.enabled = true;
-  for (const char* m : kLockedMenus) v.menu(m).enabled = true;
-  v.overlays.focus = "slVideo";
-  s.g_fspot = false;
-  st.ui.setPointer(Pointer::Default);
+  giveWindowBack(st, kept);
 }
 
 void mnu_temp(Station& st) { timingLoop(st); }

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "core/timecode.h"
-#include "subtitling/timing_helpers.h"
+#include "script/timing_helpers.h"
 
 namespace quillon {
 

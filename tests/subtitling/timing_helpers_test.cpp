@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "subtitling/timing_helpers.h"
+#include "script/timing_helpers.h"
 #include "subtitling_fixture.h"
 
 namespace quillon::testing {

@@ -1,4 +1,4 @@
-#include "subtitling/timing_helpers.h"
+#include "script/timing_helpers.h"
 
 #include "core/timecode.h"
 
@@ -39,5 +39,10 @@ double clampCueOut(const Session& s, double t) {
 }
 
 double laterOf(double a, double b) { return a > b ? a : b; }
+
+u16 withoutParagraphMark(const u16& paragraph) {
+  if (!paragraph.empty() && paragraph.back() == CR) return paragraph.substr(0, paragraph.size() - 1);
+  return paragraph;
+}
 
 }  // namespace quillon

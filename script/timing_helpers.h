@@ -1,5 +1,6 @@
-// Pure helpers of the timing loop: the automatic duration of a text and the
-// limits that keep a new mark clear of the subtitles already timed.
+// Pure helpers of the subtitle and caption timing runs: the automatic
+// duration of a text, the limits that keep a new mark clear of the subtitles
+// already timed, and the text an overlay shows.
 #pragma once
 
 #include "core/session.h"
@@ -19,5 +20,8 @@ double clampCueOut(const Session& s, double t);
 
 // The greater of the two; `b` when they are equal.
 double laterOf(double a, double b);
+
+// A paragraph's text without its closing CR.
+u16 withoutParagraphMark(const u16& paragraph);
 
 }  // namespace quillon
