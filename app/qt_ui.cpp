@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
@@ -90,6 +91,9 @@ Answer QtUi::messageBox(const MessageBoxRequest& box) {
   QMessageBox mb(qtIcon(box.icon), titleOf(box.title), toQString(box.text), QMessageBox::NoButton, parent());
   QString text = toQString(box.text);
   text.replace(u'\r', u'\n');
+  // A subtitle's own text may start like markup (an imported "<I>"): the
+  // box shows the characters, never formatting.
+  mb.setTextFormat(Qt::PlainText);
   mb.setText(text);
   std::vector<QAbstractButton*> made;
   for (const auto& s : specs) made.push_back(mb.addButton(s.qt));
@@ -110,10 +114,15 @@ std::optional<u16> QtUi::inputBox(const u16& prompt, const u16& title, const u16
   bool ok = false;
   QString prompted = toQString(prompt);
   prompted.replace(u'\r', u'\n');
-  QString answer =
-      QInputDialog::getText(parent(), titleOf(title), prompted, QLineEdit::Normal, toQString(defaultText), &ok);
+  QInputDialog dialog(parent());
+  dialog.setWindowTitle(titleOf(title));
+  dialog.setInputMode(QInputDialog::TextInput);
+  dialog.setLabelText(prompted);
+  dialog.setTextValue(toQString(defaultText));
+  for (QLabel* label : dialog.findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  ok = dialog.exec() == QDialog::Accepted;
   if (!ok) return std::nullopt;
-  return fromQString(answer);
+  return fromQString(dialog.textValue());
 }
 
 std::optional<std::string> QtUi::openFileDialog(const FileDialogRequest& req) {

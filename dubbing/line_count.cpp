@@ -89,9 +89,9 @@ bool mnu_herr_lin(Station& st) {
   st.view.panel(3).text = u"Progress... 100%.";
   for (int j = 1; j <= kNameCapacity && !names[j].empty(); ++j)
     report += names[j] + u":\t" + formatNumber(lines[j], "0") + CR;
-  // The report ends with a paragraph mark of its own so that the script's
-  // first paragraph stays as it was.
-  report += u"Total:\t" + formatNumber(total, "0") + CR;
+  // No paragraph mark after the total: the script's first paragraph goes on
+  // from it, as the report has always been written.
+  report += u"Total:\t" + formatNumber(total, "0");
   d.insertBefore(d.paragraph(1), report);
   st.view.panel(3).text.clear();
   st.ui.setPointer(Pointer::Default);

@@ -60,7 +60,7 @@ TEST(LineCount, LaidOutLinesPerCharacterGoAtTheHead) {
             u"1\tANA\tHola.\t1.\r"
             u"2\tPEDRO\t" + longDialog + u"\t2.\r"
             u"3\tANA\tBien.\t1.\r"
-            u"ANA:\t2\rPEDRO:\t2\rTotal:\t4\r"
+            u"ANA:\t2\rPEDRO:\t2\rTotal:\t4"
             u"DUB[0 N 00:00:01:00>00:00:03:00] ANA\rHola.\r\r"
             u"DUB[0 N 00:00:04:00>00:00:06:00] PEDRO\r" + longDialog + u"\r\r"
             u"DUB[00:00:07:00]\tANA\rBien.\r");
@@ -81,14 +81,14 @@ TEST(LineCount, ActraColumnKeepsFractionsAndRoundsTotals) {
                                        u"1\tANA\tHola.\t.333\r"
                                        u"2\tANA\t" + hundredTwenty + u"\t2.4\r"
                                        u"3\tLUIS\tOne two three four five.\t1.\r"
-                                       u"ANA:\t3\rLUIS:\t1\rTotal:\t4\rDUB[0 N"));
+                                       u"ANA:\t3\rLUIS:\t1\rTotal:\t4DUB[0 N"));
 }
 
 TEST(LineCount, NoDubbingParagraphsGiveHeadAndZeroTotal) {
   testing::TestStation ts;
   ts.open(u"SUB[0 N 00:00:01:00>00:00:03:00]\nA subtitle\n\n");
   ASSERT_TRUE(mnu_herr_lin(ts.st));
-  EXPECT_TRUE(startsWith(ts.content(), u"Dialog number\tCharacter\tDialog\t# Lines\rTotal:\t0\rSUB["));
+  EXPECT_TRUE(startsWith(ts.content(), u"Dialog number\tCharacter\tDialog\t# Lines\rTotal:\t0SUB["));
 }
 
 TEST(LineCount, ClearingTheRunWritesNoReport) {
