@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "script/files/docx_internal.h"
+#include "script/files/office_body.h"
 
 namespace quillon::docfiles::docx {
 
@@ -79,7 +80,7 @@ class BodyWriter {
 
   // Brings paragraph `p` from `old` to `now`.
   void edit(pugi::xml_node p, const ParagraphText& old, const ParagraphText& now, const Formatting& f) {
-    size_t at = locate(old, now);
+    size_t at = keptWithin(old, now);
     if (at != u16::npos) {
       pugi::xml_node first = p.first_child();
       while (first && sameName(first, w_.pPr)) first = first.next_sibling();
@@ -103,21 +104,6 @@ class BodyWriter {
   }
 
  private:
-  // Where `old` sits inside `now` so that only text at the ends was added.
-  static size_t locate(const ParagraphText& old, const ParagraphText& now) {
-    if (now.text.size() < old.text.size()) return u16::npos;
-    auto fits = [&](size_t at) {
-      return now.text.compare(at, old.text.size(), old.text) == 0 &&
-             std::equal(old.italic.begin(), old.italic.end(), now.italic.begin() + static_cast<long>(at));
-    };
-    size_t front = now.text.size() - old.text.size();
-    if (fits(front)) return front;  // text put in front, as a tag is
-    if (fits(0)) return 0;
-    for (size_t at = now.text.find(old.text); at != u16::npos; at = now.text.find(old.text, at + 1))
-      if (fits(at)) return at;
-    return u16::npos;
-  }
-
   void stripRevisions(pugi::xml_node rPr) {
     for (const std::string* n : {&w_.ins, &w_.del, &w_.moveFrom, &w_.moveTo, &w_.rPrChange})
       while (rPr.remove_child(n->c_str())) {
@@ -201,49 +187,17 @@ bool writeBody(pugi::xml_document& doc, const std::vector<ParagraphText>& source
   }
   std::vector<pugi::xml_node> nodes;
   collectParagraphs(body, w, nodes);
-  if (nodes.size() != source.size()) {
-    problem = "the kept copy of the document no longer matches it";
-    return false;
-  }
-  std::vector<ParagraphOrigin> origins = matchParagraphs(source, after);
-  const long n = static_cast<long>(after.size());
-  std::vector<long> nextSource(static_cast<size_t>(n) + 1, -1);
-  for (long j = n - 1; j >= 0; --j)
-    nextSource[static_cast<size_t>(j)] = origins[static_cast<size_t>(j)].source >= 0 ? j : nextSource[static_cast<size_t>(j) + 1];
-
   BodyWriter writer(w, styles);
-  std::vector<char> used(nodes.size(), 0);
+  std::vector<pugi::xml_node> placedNodes;
+  std::vector<char> used;
+  auto firstNew = [&] {
+    pugi::xml_node sect = body.child(w.sectPr.c_str());
+    return sect ? body.insert_child_before(w.p.c_str(), sect) : body.append_child(w.p.c_str());
+  };
+  if (!placeParagraphs(nodes, source, after, writer, w.p, firstNew, placedNodes, used, problem)) return false;
+  const long n = static_cast<long>(after.size());
   std::unordered_map<pugi::xml_node_struct*, long> placed;
-  pugi::xml_node previous;    // the last paragraph placed, in document order
-  long previousSource = -1;   // and the source paragraph it came from, if any
-  for (long j = 0; j < n; ++j) {
-    const ParagraphOrigin& o = origins[static_cast<size_t>(j)];
-    const ParagraphText& now = after[static_cast<size_t>(j)];
-    pugi::xml_node p;
-    if (o.source >= 0) {
-      p = nodes[static_cast<size_t>(o.source)];
-      used[static_cast<size_t>(o.source)] = 1;
-      if (!o.same) writer.edit(p, source[static_cast<size_t>(o.source)], now, writer.formattingOf(o.source, p));
-      previousSource = o.source;
-    } else if (long k = nextSource[static_cast<size_t>(j)]; k >= 0) {
-      // In front of the next kept paragraph, formatted like it.
-      long s = origins[static_cast<size_t>(k)].source;
-      pugi::xml_node anchor = nodes[static_cast<size_t>(s)];
-      const Formatting& f = writer.formattingOf(s, anchor);
-      p = anchor.parent().insert_child_before(w.p.c_str(), anchor);
-      writer.fill(p, now, &f, false);
-    } else if (previous) {
-      const Formatting* f = previousSource >= 0 ? &writer.formattingOf(previousSource, nodes[static_cast<size_t>(previousSource)]) : nullptr;
-      p = previous.parent().insert_child_after(w.p.c_str(), previous);
-      writer.fill(p, now, f, true);
-    } else {
-      pugi::xml_node sect = body.child(w.sectPr.c_str());
-      p = sect ? body.insert_child_before(w.p.c_str(), sect) : body.append_child(w.p.c_str());
-      writer.fill(p, now, nullptr, false);
-    }
-    placed[p.internal_object()] = j;
-    previous = p;
-  }
+  for (long j = 0; j < n; ++j) placed[placedNodes[static_cast<size_t>(j)].internal_object()] = j;
   for (size_t i = 0; i < nodes.size(); ++i) {
     if (used[i]) continue;
     pugi::xml_node parent = nodes[i].parent();

@@ -1,4 +1,5 @@
 #include "script/files/docx_internal.h"
+#include "script/files/office_body.h"
 #include "script/files/office_formats.h"
 #include "script/files/office_source.h"
 
@@ -6,34 +7,19 @@ namespace quillon::docfiles {
 
 namespace {
 
-// Characters a .docx carries; the rest are dropped, as they would be.
-std::vector<ParagraphText> docxSafe(std::vector<ParagraphText> paragraphs) {
-  for (auto& p : paragraphs) {
-    ParagraphText clean;
-    clean.text.reserve(p.text.size());
-    for (size_t i = 0; i < p.text.size(); ++i) {
-      char16_t c = p.text[i];
-      if (c == u'\n') c = u' ';
-      bool keep = c >= 0x20 || c == u'\t' || c == u'\v' || c == u'\f' || c == u'\x0E';
-      if (c == 0xFFFE || c == 0xFFFF) keep = false;
-      if (c >= 0xD800 && c <= 0xDBFF) {
-        if (i + 1 < p.text.size() && p.text[i + 1] >= 0xDC00 && p.text[i + 1] <= 0xDFFF) {
-          clean.text += c;
-          clean.italic.push_back(p.italic[i]);
-          c = p.text[++i];
-        } else {
-          keep = false;
-        }
-      } else if (c >= 0xDC00 && c <= 0xDFFF) {
-        keep = false;
-      }
-      if (!keep) continue;
-      clean.text += c;
-      clean.italic.push_back(p.italic[i]);
-    }
-    p = std::move(clean);
+// Control characters a .docx carries; the rest are dropped, as they would be.
+char16_t docxControl(char16_t c) {
+  switch (c) {
+    case u'\n':
+      return u' ';
+    case u'\t':
+    case u'\v':
+    case u'\f':
+    case u'\x0E':
+      return c;
+    default:
+      return 0;
   }
-  return paragraphs;
 }
 
 struct MainPart {
@@ -107,7 +93,7 @@ bool buildDocx(const MemoryDocument& doc, std::string& bytes, std::string& probl
   docx::WordNames w = docx::wordNamesOf(main.xml);
   std::vector<pugi::xml_node> nodes;
   docx::collectParagraphs(main.xml.document_element().child(w.body.c_str()), w, nodes);
-  std::vector<ParagraphText> after = docxSafe(documentParagraphs(doc));
+  std::vector<ParagraphText> after = fileSafe(documentParagraphs(doc), docxControl);
   std::vector<ParagraphText> out;
   if (!docx::writeBody(main.xml, nodes.empty() ? none : before, after, main.styles, out, problem)) return false;
   pkg.put(main.name, serializePart(main.xml));

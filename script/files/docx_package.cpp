@@ -37,6 +37,12 @@ pugi::xml_node childNamed(pugi::xml_node parent, const std::string& name, bool c
   return c;
 }
 
+// The part a root relationship of type `typeTail` names, else its usual name.
+std::string propertyPart(const std::vector<Relationship>& rootRels, const char* typeTail, const char* usual) {
+  std::string part = partOfType(rootRels, typeTail, "");
+  return part.empty() ? usual : part;
+}
+
 }  // namespace
 
 std::string relsPartOf(const std::string& partName) {
@@ -113,8 +119,7 @@ bool readProperties(const ZipPackage& pkg, const std::vector<Relationship>& root
                     std::string& problem) {
   bool present = false;
   pugi::xml_document core;
-  std::string corePart = partOfType(rootRels, "/metadata/core-properties", "");
-  if (corePart.empty()) corePart = "docProps/core.xml";
+  const std::string corePart = propertyPart(rootRels, "/metadata/core-properties", "docProps/core.xml");
   if (!parseIfPresent(pkg, corePart, core, present, problem)) return false;
   if (present) {
     pugi::xml_node root = core.document_element();
@@ -133,8 +138,7 @@ bool readProperties(const ZipPackage& pkg, const std::vector<Relationship>& root
     if (auto v = text(terms("modified"))) setBuiltin(doc, wdPropertyTimeLastSaved, stationTimeFromFile(toUtf8(*v)));
   }
   pugi::xml_document app;
-  std::string appPart = partOfType(rootRels, "/extended-properties", "");
-  if (appPart.empty()) appPart = "docProps/app.xml";
+  const std::string appPart = propertyPart(rootRels, "/extended-properties", "docProps/app.xml");
   if (!parseIfPresent(pkg, appPart, app, present, problem)) return false;
   if (present) {
     pugi::xml_node root = app.document_element();
@@ -142,8 +146,7 @@ bool readProperties(const ZipPackage& pkg, const std::vector<Relationship>& root
     if (pugi::xml_node c = root.child(ep("Company").c_str())) setBuiltin(doc, wdPropertyCompany, nodeText(c));
   }
   pugi::xml_document custom;
-  std::string customPart = partOfType(rootRels, "/custom-properties", "");
-  if (customPart.empty()) customPart = "docProps/custom.xml";
+  const std::string customPart = propertyPart(rootRels, "/custom-properties", "docProps/custom.xml");
   if (!parseIfPresent(pkg, customPart, custom, present, problem)) return false;
   if (present) {
     for (pugi::xml_node p : custom.document_element().children()) {
@@ -163,8 +166,7 @@ bool writeProperties(const MemoryDocument& doc, ZipPackage& pkg, std::string& pr
   bool present = false;
 
   // Core: title, author, comments, revision and the two times.
-  std::string corePart = partOfType(rootRels, "/metadata/core-properties", "");
-  if (corePart.empty()) corePart = "docProps/core.xml";
+  const std::string corePart = propertyPart(rootRels, "/metadata/core-properties", "docProps/core.xml");
   pugi::xml_document core;
   if (!parseIfPresent(pkg, corePart, core, present, problem)) return false;
   if (!present) {
@@ -211,8 +213,7 @@ bool writeProperties(const MemoryDocument& doc, ZipPackage& pkg, std::string& pr
 
   // Application properties: the company.
   if (auto company = builtinOf(doc, wdPropertyCompany)) {
-    std::string appPart = partOfType(rootRels, "/extended-properties", "");
-    if (appPart.empty()) appPart = "docProps/app.xml";
+    const std::string appPart = propertyPart(rootRels, "/extended-properties", "docProps/app.xml");
     pugi::xml_document app;
     if (!parseIfPresent(pkg, appPart, app, present, problem)) return false;
     if (!present) {
@@ -230,8 +231,7 @@ bool writeProperties(const MemoryDocument& doc, ZipPackage& pkg, std::string& pr
   }
 
   // Custom properties in their order; one unchanged keeps its type.
-  std::string customPart = partOfType(rootRels, "/custom-properties", "");
-  if (customPart.empty()) customPart = "docProps/custom.xml";
+  const std::string customPart = propertyPart(rootRels, "/custom-properties", "docProps/custom.xml");
   pugi::xml_document custom;
   if (!parseIfPresent(pkg, customPart, custom, present, problem)) return false;
   if (!present && doc.customProperties.empty()) return true;

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "script/files/odt_internal.h"
+#include "script/files/office_body.h"
 
 namespace quillon::docfiles::odt {
 
@@ -31,7 +32,7 @@ class BodyWriter {
   }
 
   void edit(pugi::xml_node p, const ParagraphText& was, const ParagraphText& now, const Formatting& f) {
-    size_t at = opensWithDroppedSpace(p, n_) ? u16::npos : locate(was, now);
+    size_t at = opensWithDroppedSpace(p, n_) ? u16::npos : keptWithin(was, now);
     bool paraItalic = styles_.paragraphItalic(f.paragraphStyle);
     if (at != u16::npos) {
       addText(p, p.first_child(), now, 0, at, f.firstSpan, paraItalic);
@@ -50,20 +51,6 @@ class BodyWriter {
   }
 
  private:
-  static size_t locate(const ParagraphText& old, const ParagraphText& now) {
-    if (now.text.size() < old.text.size()) return u16::npos;
-    auto fits = [&](size_t at) {
-      return now.text.compare(at, old.text.size(), old.text) == 0 &&
-             std::equal(old.italic.begin(), old.italic.end(), now.italic.begin() + static_cast<long>(at));
-    };
-    size_t front = now.text.size() - old.text.size();
-    if (fits(front)) return front;
-    if (fits(0)) return 0;
-    for (size_t at = now.text.find(old.text); at != u16::npos; at = now.text.find(old.text, at + 1))
-      if (fits(at)) return at;
-    return u16::npos;
-  }
-
   void findSpans(pugi::xml_node parent, const std::string& around, Formatting& f, bool& first) {
     for (pugi::xml_node c : parent.children()) {
       bool isText = (c.type() == pugi::node_pcdata && *c.value()) || sameName(c, n_.s) || sameName(c, n_.tab);
@@ -227,48 +214,12 @@ bool writeBody(pugi::xml_document& content, Styles& styles, const std::vector<Pa
   std::vector<pugi::xml_node> nodes;
   collectParagraphs(text, n, nodes);
   const std::vector<ParagraphText> none;
-  const std::vector<ParagraphText>& before = nodes.empty() ? none : source;
-  if (nodes.size() != before.size()) {
-    problem = "the kept copy of the document no longer matches it";
-    return false;
-  }
-  std::vector<ParagraphOrigin> origins = matchParagraphs(before, after);
-  const long count = static_cast<long>(after.size());
-  std::vector<long> nextSource(static_cast<size_t>(count) + 1, -1);
-  for (long j = count - 1; j >= 0; --j)
-    nextSource[static_cast<size_t>(j)] =
-        origins[static_cast<size_t>(j)].source >= 0 ? j : nextSource[static_cast<size_t>(j) + 1];
-
   BodyWriter writer(content, styles);
-  std::vector<char> used(nodes.size(), 0);
-  pugi::xml_node previous;
-  long previousSource = -1;
-  for (long j = 0; j < count; ++j) {
-    const ParagraphOrigin& o = origins[static_cast<size_t>(j)];
-    const ParagraphText& now = after[static_cast<size_t>(j)];
-    pugi::xml_node p;
-    if (o.source >= 0) {
-      p = nodes[static_cast<size_t>(o.source)];
-      used[static_cast<size_t>(o.source)] = 1;
-      if (!o.same) writer.edit(p, before[static_cast<size_t>(o.source)], now, writer.formattingOf(o.source, p));
-      previousSource = o.source;
-    } else if (long k = nextSource[static_cast<size_t>(j)]; k >= 0) {
-      long s = origins[static_cast<size_t>(k)].source;
-      pugi::xml_node anchor = nodes[static_cast<size_t>(s)];
-      const Formatting& f = writer.formattingOf(s, anchor);
-      p = anchor.parent().insert_child_before(n.p.c_str(), anchor);
-      writer.fill(p, now, &f, false);
-    } else if (previous) {
-      const Formatting* f =
-          previousSource >= 0 ? &writer.formattingOf(previousSource, nodes[static_cast<size_t>(previousSource)]) : nullptr;
-      p = previous.parent().insert_child_after(n.p.c_str(), previous);
-      writer.fill(p, now, f, true);
-    } else {
-      p = text.append_child(n.p.c_str());
-      writer.fill(p, now, nullptr, false);
-    }
-    previous = p;
-  }
+  std::vector<pugi::xml_node> placed;
+  std::vector<char> used;
+  auto firstNew = [&] { return text.append_child(n.p.c_str()); };
+  if (!placeParagraphs(nodes, nodes.empty() ? none : source, after, writer, n.p, firstNew, placed, used, problem))
+    return false;
   for (size_t i = 0; i < nodes.size(); ++i) {
     if (used[i]) continue;
     pugi::xml_node parent = nodes[i].parent();

@@ -2,6 +2,7 @@
 #include <ctime>
 
 #include "script/files/odt_internal.h"
+#include "script/files/office_body.h"
 #include "script/files/office_formats.h"
 #include "script/files/office_source.h"
 
@@ -15,35 +16,22 @@ constexpr const char* kManifestNs = "urn:oasis:names:tc:opendocument:xmlns:manif
 // LibreOffice keeps a .docx company as this user-defined entry.
 const u16 kCompany = u"Company";
 
-// Characters an .odt carries: breaks other than the line break become one.
-std::vector<ParagraphText> odtSafe(std::vector<ParagraphText> paragraphs) {
-  for (auto& p : paragraphs) {
-    ParagraphText clean;
-    clean.text.reserve(p.text.size());
-    for (size_t i = 0; i < p.text.size(); ++i) {
-      char16_t c = p.text[i];
-      if (c == u'\f' || c == u'\x0E') c = u'\v';
-      if (c == u'\n' || c == u'\r') c = u' ';
-      bool keep = c >= 0x20 || c == u'\t' || c == u'\v';
-      if (c == 0xFFFE || c == 0xFFFF) keep = false;
-      if (c >= 0xD800 && c <= 0xDBFF) {
-        if (i + 1 < p.text.size() && p.text[i + 1] >= 0xDC00 && p.text[i + 1] <= 0xDFFF) {
-          clean.text += c;
-          clean.italic.push_back(p.italic[i]);
-          c = p.text[++i];
-        } else {
-          keep = false;
-        }
-      } else if (c >= 0xDC00 && c <= 0xDFFF) {
-        keep = false;
-      }
-      if (!keep) continue;
-      clean.text += c;
-      clean.italic.push_back(p.italic[i]);
-    }
-    p = std::move(clean);
+// Control characters an .odt carries: breaks other than the line break
+// become one.
+char16_t odtControl(char16_t c) {
+  switch (c) {
+    case u'\f':
+    case u'\x0E':
+      return u'\v';
+    case u'\n':
+    case u'\r':
+      return u' ';
+    case u'\t':
+    case u'\v':
+      return c;
+    default:
+      return 0;
   }
-  return paragraphs;
 }
 
 struct Parts {
@@ -259,7 +247,7 @@ bool buildOdt(const MemoryDocument& doc, std::string& bytes, std::string& proble
   static const std::vector<ParagraphText> none;
   Parts parts;
   if (!openParts(pkg, parts, problem)) return false;
-  std::vector<ParagraphText> after = odtSafe(documentParagraphs(doc));
+  std::vector<ParagraphText> after = fileSafe(documentParagraphs(doc), odtControl);
   if (!odt::writeBody(parts.content, parts.styles, source ? source->paragraphs : none, after, problem)) return false;
   pkg.put("content.xml", serializePart(parts.content));
   if (!writeMeta(doc, pkg, problem)) return false;

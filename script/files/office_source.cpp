@@ -19,6 +19,30 @@ bool readDigits(const std::string& s, size_t at, size_t n, int& out) {
   }
   return true;
 }
+
+// "YYYY-MM-DD" at the start of `s`.
+bool readDate(const std::string& s, int& y, int& mo, int& d) {
+  return readDigits(s, 0, 4, y) && s.size() >= 10 && s[4] == '-' && readDigits(s, 5, 2, mo) && s[7] == '-' &&
+         readDigits(s, 8, 2, d);
+}
+
+struct tm calendarTime(int y, int mo, int d, int h, int mi, int se) {
+  struct tm tmv {};
+  tmv.tm_year = y - 1900;
+  tmv.tm_mon = mo - 1;
+  tmv.tm_mday = d;
+  tmv.tm_hour = h;
+  tmv.tm_min = mi;
+  tmv.tm_sec = se;
+  return tmv;
+}
+
+std::string isoTime(const struct tm& tmv, const char* zone) {
+  char buf[80];
+  std::snprintf(buf, sizeof buf, "%04d-%02d-%02dT%02d:%02d:%02d%s", tmv.tm_year + 1900, tmv.tm_mon + 1, tmv.tm_mday,
+                tmv.tm_hour, tmv.tm_min, tmv.tm_sec, zone);
+  return buf;
+}
 }  // namespace
 
 void attachSource(MemoryDocument& doc, OfficeSource source) {
@@ -79,20 +103,12 @@ u16 stationTime(time_t t) {
 
 std::optional<time_t> parseStationTime(u16v text) {
   std::string s = toUtf8(text);
-  struct tm tmv {};
   int y, mo, d, h = 0, mi = 0, se = 0;
-  if (!readDigits(s, 0, 4, y) || s.size() < 10 || s[4] != '-' || !readDigits(s, 5, 2, mo) || s[7] != '-' ||
-      !readDigits(s, 8, 2, d))
-    return std::nullopt;
+  if (!readDate(s, y, mo, d)) return std::nullopt;
   if (s.size() >= 19 && (s[10] == ' ' || s[10] == 'T')) {
     if (!readDigits(s, 11, 2, h) || !readDigits(s, 14, 2, mi) || !readDigits(s, 17, 2, se)) return std::nullopt;
   }
-  tmv.tm_year = y - 1900;
-  tmv.tm_mon = mo - 1;
-  tmv.tm_mday = d;
-  tmv.tm_hour = h;
-  tmv.tm_min = mi;
-  tmv.tm_sec = se;
+  struct tm tmv = calendarTime(y, mo, d, h, mi, se);
   tmv.tm_isdst = -1;
   time_t t = mktime(&tmv);
   if (t == static_cast<time_t>(-1)) return std::nullopt;
@@ -101,9 +117,7 @@ std::optional<time_t> parseStationTime(u16v text) {
 
 u16 stationTimeFromFile(const std::string& s) {
   int y, mo, d, h = 0, mi = 0, se = 0;
-  if (!readDigits(s, 0, 4, y) || s.size() < 10 || s[4] != '-' || !readDigits(s, 5, 2, mo) || s[7] != '-' ||
-      !readDigits(s, 8, 2, d))
-    return {};
+  if (!readDate(s, y, mo, d)) return {};
   size_t at = 10;
   if (s.size() > 10 && s[10] == 'T') {
     if (!readDigits(s, 11, 2, h) || s[13] != ':' || !readDigits(s, 14, 2, mi)) return {};
@@ -116,13 +130,7 @@ u16 stationTimeFromFile(const std::string& s) {
       while (++at < s.size() && s[at] >= '0' && s[at] <= '9') {
       }
   }
-  struct tm tmv {};
-  tmv.tm_year = y - 1900;
-  tmv.tm_mon = mo - 1;
-  tmv.tm_mday = d;
-  tmv.tm_hour = h;
-  tmv.tm_min = mi;
-  tmv.tm_sec = se;
+  struct tm tmv = calendarTime(y, mo, d, h, mi, se);
   if (at >= s.size()) {
     tmv.tm_isdst = -1;
     time_t t = mktime(&tmv);
@@ -141,21 +149,15 @@ u16 stationTimeFromFile(const std::string& s) {
 }
 
 std::string utcFileTime(time_t t) {
-  char buf[80];
   struct tm tmv {};
   gmtime_r(&t, &tmv);
-  std::snprintf(buf, sizeof buf, "%04d-%02d-%02dT%02d:%02d:%02dZ", tmv.tm_year + 1900, tmv.tm_mon + 1, tmv.tm_mday,
-                tmv.tm_hour, tmv.tm_min, tmv.tm_sec);
-  return buf;
+  return isoTime(tmv, "Z");
 }
 
 std::string localFileTime(time_t t) {
-  char buf[80];
   struct tm tmv {};
   localtime_r(&t, &tmv);
-  std::snprintf(buf, sizeof buf, "%04d-%02d-%02dT%02d:%02d:%02d", tmv.tm_year + 1900, tmv.tm_mon + 1, tmv.tm_mday,
-                tmv.tm_hour, tmv.tm_min, tmv.tm_sec);
-  return buf;
+  return isoTime(tmv, "");
 }
 
 void setBuiltin(MemoryDocument& doc, int index, const u16& value) {
