@@ -1,5 +1,7 @@
 #include "app/overlay_windows.h"
 
+#include <algorithm>
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -80,20 +82,63 @@ OverlayWindow::OverlayWindow(Station& st, QWidget* owner)
   setBackground(this, 0x000000);
 }
 
+TimingOverlayWindow::TimingOverlayWindow(Station& st, QWidget* owner, const char* name, const Handlers& handlers)
+    : OverlayWindow(st, owner), handlers_(handlers), layout_(new QVBoxLayout(this)) {
+  setObjectName(name);
+  setWindowTitle(name);
+  layout_->setContentsMargins(0, 0, 0, 0);
+  layout_->setSpacing(0);
+}
+
+QLabel* TimingOverlayWindow::addLabel(const QString& name) {
+  QLabel* label = overlayLabel(this);
+  label->setObjectName(name);
+  label->installEventFilter(this);
+  labels_.push_back(label);
+  layout_->addWidget(label);
+  return label;
+}
+
+bool TimingOverlayWindow::event(QEvent* e) {
+  if (isTab(e)) {
+    keyPressEvent(static_cast<QKeyEvent*>(e));
+    return true;
+  }
+  return OverlayWindow::event(e);
+}
+
+void TimingOverlayWindow::keyPressEvent(QKeyEvent* e) {
+  handlers_.keyDown(st_, vkOf(e), shiftMask(e->modifiers()));
+  done();
+}
+
+void TimingOverlayWindow::mousePressEvent(QMouseEvent* e) {
+  handlers_.mouseDown(st_, buttonOf(e->button()));
+  done();
+}
+
+void TimingOverlayWindow::mouseReleaseEvent(QMouseEvent*) {
+  handlers_.click(st_);
+  done();
+}
+
+bool TimingOverlayWindow::eventFilter(QObject* watched, QEvent* e) {
+  const bool onLabel = std::find(labels_.begin(), labels_.end(), watched) != labels_.end();
+  if (onLabel && e->type() == QEvent::MouseButtonPress) {
+    handlers_.mouseDown(st_, buttonOf(static_cast<QMouseEvent*>(e)->button()));
+    done();
+    return true;
+  }
+  if (onLabel && e->type() == QEvent::MouseButtonRelease) return true;
+  return OverlayWindow::eventFilter(watched, e);
+}
+
 // ---- FormaSub --------------------------------------------------------------
 
-FormaSubWindow::FormaSubWindow(Station& st, QWidget* owner) : OverlayWindow(st, owner) {
-  setObjectName("FormaSub");
-  setWindowTitle("FormaSub");
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  for (int i = 0; i < 2; ++i) {
-    lines_[static_cast<size_t>(i)] = overlayLabel(this);
-    lines_[static_cast<size_t>(i)]->setObjectName(i == 0 ? "Line1" : "Line2");
-    lines_[static_cast<size_t>(i)]->installEventFilter(this);
-    layout->addWidget(lines_[static_cast<size_t>(i)]);
-  }
+FormaSubWindow::FormaSubWindow(Station& st, QWidget* owner)
+    : TimingOverlayWindow(st, owner, "FormaSub", {formaSubKeyDown, formaSubMouseDown, formaSubClick}) {
+  lines_[0] = addLabel("Line1");
+  lines_[1] = addLabel("Line2");
 }
 
 void FormaSubWindow::render(const FormaSubState& f, int fontPoints) {
@@ -107,54 +152,13 @@ void FormaSubWindow::render(const FormaSubState& f, int fontPoints) {
   if (palette().color(QPalette::Window) != bgrColor(f.BackColor)) setBackground(this, f.BackColor);
 }
 
-bool FormaSubWindow::event(QEvent* e) {
-  if (isTab(e)) {
-    keyPressEvent(static_cast<QKeyEvent*>(e));
-    return true;
-  }
-  return OverlayWindow::event(e);
-}
-
-void FormaSubWindow::keyPressEvent(QKeyEvent* e) {
-  formaSubKeyDown(st_, vkOf(e), shiftMask(e->modifiers()));
-  done();
-}
-
-void FormaSubWindow::mousePressEvent(QMouseEvent* e) {
-  formaSubMouseDown(st_, buttonOf(e->button()));
-  done();
-}
-
-void FormaSubWindow::mouseReleaseEvent(QMouseEvent*) {
-  formaSubClick(st_);
-  done();
-}
-
-bool FormaSubWindow::eventFilter(QObject* watched, QEvent* e) {
-  // A press on a line is the window's press, without the window's click.
-  if (e->type() == QEvent::MouseButtonPress && (watched == lines_[0] || watched == lines_[1])) {
-    formaSubMouseDown(st_, buttonOf(static_cast<QMouseEvent*>(e)->button()));
-    done();
-    return true;
-  }
-  if (e->type() == QEvent::MouseButtonRelease && (watched == lines_[0] || watched == lines_[1])) return true;
-  return OverlayWindow::eventFilter(watched, e);
-}
-
 // ---- FormaCC ---------------------------------------------------------------
 
-FormaCCWindow::FormaCCWindow(Station& st, QWidget* owner) : OverlayWindow(st, owner) {
-  setObjectName("FormaCC");
-  setWindowTitle("FormaCC");
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
+FormaCCWindow::FormaCCWindow(Station& st, QWidget* owner)
+    : TimingOverlayWindow(st, owner, "FormaCC", {formaCCKeyDown, formaCCMouseDown, formaCCClick}) {
   for (size_t i = 0; i < rows_.size(); ++i) {
-    rows_[i] = overlayLabel(this);
+    rows_[i] = addLabel(i < 4 ? QString("Labline%1").arg(i + 1) : QString("Line%1").arg(i - 3));
     rows_[i]->setContentsMargins(0, 0, 0, 0);
-    rows_[i]->setObjectName(i < 4 ? QString("Labline%1").arg(i + 1) : QString("Line%1").arg(i - 3));
-    rows_[i]->installEventFilter(this);
-    layout->addWidget(rows_[i]);
   }
 }
 
@@ -174,41 +178,6 @@ void FormaCCWindow::render(const FormaCCState& f) {
   rows_[4]->setVisible(!anyRow);
   rows_[5]->setVisible(!anyRow && !f.Line2.caption.empty());
   if (palette().color(QPalette::Window) != bgrColor(f.BackColor)) setBackground(this, f.BackColor);
-}
-
-bool FormaCCWindow::event(QEvent* e) {
-  if (isTab(e)) {
-    keyPressEvent(static_cast<QKeyEvent*>(e));
-    return true;
-  }
-  return OverlayWindow::event(e);
-}
-
-void FormaCCWindow::keyPressEvent(QKeyEvent* e) {
-  formaCCKeyDown(st_, vkOf(e), shiftMask(e->modifiers()));
-  done();
-}
-
-void FormaCCWindow::mousePressEvent(QMouseEvent* e) {
-  formaCCMouseDown(st_, buttonOf(e->button()));
-  done();
-}
-
-void FormaCCWindow::mouseReleaseEvent(QMouseEvent*) {
-  formaCCClick(st_);
-  done();
-}
-
-bool FormaCCWindow::eventFilter(QObject* watched, QEvent* e) {
-  bool onRow = false;
-  for (QLabel* l : rows_) onRow = onRow || watched == l;
-  if (onRow && e->type() == QEvent::MouseButtonPress) {
-    formaCCMouseDown(st_, buttonOf(static_cast<QMouseEvent*>(e)->button()));
-    done();
-    return true;
-  }
-  if (onRow && e->type() == QEvent::MouseButtonRelease) return true;
-  return OverlayWindow::eventFilter(watched, e);
 }
 
 // ---- Text1 -----------------------------------------------------------------

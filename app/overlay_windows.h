@@ -6,12 +6,15 @@
 
 #include <array>
 #include <functional>
+#include <vector>
 
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QWidget>
 
 #include "core/station.h"
+
+class QVBoxLayout;
 
 namespace quillon {
 
@@ -34,7 +37,36 @@ class OverlayWindow : public QWidget {
   Station& st_;
 };
 
-class FormaSubWindow : public OverlayWindow {
+// An overlay of the timing runs: labels stacked edge to edge; its keys (Tab
+// among them), presses and clicks go to the logic's handlers, and a press on
+// one of its labels is the window's press without the window's click.
+class TimingOverlayWindow : public OverlayWindow {
+  Q_OBJECT
+
+ public:
+  struct Handlers {
+    void (*keyDown)(Station&, int keyCode, int shift);
+    void (*mouseDown)(Station&, int button);
+    void (*click)(Station&);
+  };
+  TimingOverlayWindow(Station& st, QWidget* owner, const char* name, const Handlers& handlers);
+
+ protected:
+  // The next label down, named `name`.
+  QLabel* addLabel(const QString& name);
+  bool event(QEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;
+  void mousePressEvent(QMouseEvent* e) override;
+  void mouseReleaseEvent(QMouseEvent* e) override;
+  bool eventFilter(QObject* watched, QEvent* e) override;
+
+ private:
+  Handlers handlers_;
+  QVBoxLayout* layout_;
+  std::vector<QLabel*> labels_;
+};
+
+class FormaSubWindow : public TimingOverlayWindow {
   Q_OBJECT
 
  public:
@@ -43,31 +75,17 @@ class FormaSubWindow : public OverlayWindow {
   QLabel* line1() const { return lines_[0]; }
   QLabel* line2() const { return lines_[1]; }
 
- protected:
-  bool event(QEvent* e) override;
-  void keyPressEvent(QKeyEvent* e) override;
-  void mousePressEvent(QMouseEvent* e) override;
-  void mouseReleaseEvent(QMouseEvent* e) override;
-  bool eventFilter(QObject* watched, QEvent* e) override;
-
  private:
   std::array<QLabel*, 2> lines_{};
 };
 
-class FormaCCWindow : public OverlayWindow {
+class FormaCCWindow : public TimingOverlayWindow {
   Q_OBJECT
 
  public:
   FormaCCWindow(Station& st, QWidget* owner);
   void render(const FormaCCState& f);
   QLabel* row(int i) const { return rows_.at(static_cast<size_t>(i - 1)); }
-
- protected:
-  bool event(QEvent* e) override;
-  void keyPressEvent(QKeyEvent* e) override;
-  void mousePressEvent(QMouseEvent* e) override;
-  void mouseReleaseEvent(QMouseEvent* e) override;
-  bool eventFilter(QObject* watched, QEvent* e) override;
 
  private:
   // Rows 1 to 4 of Labline, then Line1 and Line2 of the caption timing.

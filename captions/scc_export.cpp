@@ -42,64 +42,53 @@ void showProgress(Station& st, int i) {
   st.ui.pumpEvents();
 }
 
-std::string lastClearLine(Station& st) {
-  std::string tail;
-  addLine(tail, SEGaTC(st.s.scan.cueOut[st.s.scan.count()], st.fps()), "942c");
-  return tail;
+// What both layouts share: the header, the caption blocks in order with the
+// progress shown, and the closing clear. addCaption(file, index, block,
+// first, lastOut) writes one block, told whether it is the first and when the
+// one before it went off.
+template <class AddCaption>
+std::string sccFile(Station& st, AddCaption addCaption) {
+  const ScanTable& t = st.s.scan;
+  st.view.panel(3).text = u"Exporting CC...";
+  std::string file = "Scenarist_SCC V1.0";
+  file += kCrLf;
+  file += kCrLf;
+  bool first = true;
+  double lastOut = 0;
+  for (int i = 1; i <= t.count(); ++i) {
+    if (!t.isSubtitle[i]) continue;
+    const CaptionBlock b = captionBlock(st, i);
+    addCaption(file, i, b, first, lastOut);
+    first = false;
+    lastOut = b.out;
+    showProgress(st, i);
+  }
+  addLine(file, SEGaTC(t.cueOut[t.count()], st.fps()), "942c");
+  st.view.panel(3).text.clear();
+  return file;
 }
 
 }  // namespace
 
 std::string sccText(Station& st) {
-  const ScanTable& t = st.s.scan;
   const int fps = st.fps();
-  st.view.panel(3).text = u"Exporting CC...";
-  std::string file = "Scenarist_SCC V1.0";
-  file += kCrLf;
-  file += kCrLf;
-  bool first = true;
-  double lastOut = 0;
-  for (int i = 1; i <= t.count(); ++i) {
-    if (!t.isSubtitle[i]) continue;
-    const CaptionBlock b = captionBlock(st, i);
-    if (first) {
-      first = false;
+  return sccFile(st, [&](std::string& file, int i, const CaptionBlock& b, bool first, double lastOut) {
+    if (first)
       addLine(file, SEGaTC(b.in - 5.0, fps), "942c");
-    } else if (lastOut + 1.0 < b.in) {
+    else if (lastOut + 1.0 < b.in)
       addLine(file, SEGaTC(lastOut, fps), "942c");
-    }
     // One frame of lead for each character of the longest row.
     const double lead = FRAMESaSEG(static_cast<int16_t>(b.longest), fps);
     addLine(file, SEGaTC(b.in - lead, fps), "9420 " + rowWords(st, i, b));
-    lastOut = b.out;
-    showProgress(st, i);
-  }
-  file += lastClearLine(st);
-  st.view.panel(3).text.clear();
-  return file;
+  });
 }
 
 std::string sccWithPaintOn(Station& st) {
-  const ScanTable& t = st.s.scan;
   const int fps = st.fps();
-  st.view.panel(3).text = u"Exporting CC...";
-  std::string file = "Scenarist_SCC V1.0";
-  file += kCrLf;
-  file += kCrLf;
-  bool first = true;
-  double lastOut = 0;
-  for (int i = 1; i <= t.count(); ++i) {
-    if (!t.isSubtitle[i]) continue;
-    const CaptionBlock b = captionBlock(st, i);
+  return sccFile(st, [&](std::string& file, int i, const CaptionBlock& b, bool first, double lastOut) {
     if (!first && lastOut + 0.2 < b.in) addLine(file, SEGaTC(lastOut, fps), "942c");
     addLine(file, SEGaTC(b.in, fps), (first ? "942C  9429 " : "9420 ") + rowWords(st, i, b));
-    first = false;
-    lastOut = b.out;
-    showProgress(st, i);
-  }
-  file += lastClearLine(st);
-  st.view.panel(3).text.clear();
-  return file;
+  });
 }
 
 bool writeSccFile(Station& st, const std::string& path) {
