@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QOpenGLWidget>
+#include <QScreen>
 
 #include "app/menu_commands.h"
 #include "captions/caption_checks.h"
@@ -78,6 +79,22 @@ class PictureFirstPlayer : public MediaPlayer {
   MediaPlayer& inner_;
   std::function<void()> beforeLoad_;
 };
+
+// The script window goes to the right of the station, where the screen has
+// room for it, so the operator sees the picture and the text side by side.
+void placeBeside(QWidget* script, const QWidget* station) {
+  if (!station->screen()) return;
+  const QRect frame = station->frameGeometry();
+  const QRect room = station->screen()->availableGeometry();
+  const int left = frame.right() + 1;
+  const int width = std::min(800, room.right() - left + 1);
+  if (width < 320) return;
+  const QRect scriptFrame = script->frameGeometry();
+  const int frameWidth = scriptFrame.width() - script->width();
+  const int frameHeight = scriptFrame.height() - script->height();
+  script->move(left, frame.top());
+  script->resize(width - frameWidth, room.bottom() - frame.top() + 1 - frameHeight);
+}
 
 #ifdef HAVE_QUILLON_MPV_WIDGET
 bool softwarePicture(DesktopOptions::Renderer r) {
@@ -166,6 +183,7 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
   if (options_.scriptWindow) {
     ScriptWindow* scripts = installScriptWindow(st, ui_, this);
     service_ = &scripts->service();
+    scriptWindow_ = scripts;
     if (!options_.scriptPath.empty()) scripts->openFile(options_.scriptPath);
   }
 #endif
@@ -203,6 +221,7 @@ bool DesktopStation::start(const u16& videoPath) {
   const u16 commandLine = videoPath.empty() ? u16() : u"\"" + videoPath + u"\"";
   const bool opened = startStation(*station_, commandLine);
   refresh();
+  if (opened && scriptWindow_) placeBeside(scriptWindow_, window_.get());
   return opened && !ended_;
 }
 

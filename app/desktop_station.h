@@ -80,6 +80,7 @@ class DesktopStation : public QObject {
   std::unique_ptr<SerialPort> port_;
   std::unique_ptr<Station> station_;
   QWidget* video_ = nullptr;
+  QWidget* scriptWindow_ = nullptr;
   std::unique_ptr<MainWindow> window_;
   QTimer timer_;
   bool ended_ = false;
