@@ -154,6 +154,9 @@ void runCaptions(Station& st, bool assisted) {
 
 void captionTimingLoop(Station& st) {
   if (!attachDocument(st)) return;
+  // A run starts with no document error pending: one left behind by an
+  // earlier command (a script closed under it) would end this run at once.
+  st.doc->clearError();
   st.s.g_fVideoRun = false;
   st.ui.setPointer(Pointer::Hourglass);
   st.s.g_fsim = true;

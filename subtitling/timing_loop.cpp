@@ -193,6 +193,9 @@ void mnu_tex_opc_less(Station& st) { setTimingMode(st, TimingMode::Textless); }
 
 void timingLoop(Station& st) {
   if (!attachDocument(st)) return;
+  // A run starts with no document error pending: one left behind by an
+  // earlier command (a script closed under it) would end this run at once.
+  st.doc->clearError();
   Session& s = st.s;
   ViewState& v = st.view;
   s.g_fVideoRun = false;
