@@ -9,6 +9,7 @@
 #include <QPainter>
 
 #include "transport/mpv/mpv_player.h"
+#include "transport/mpv/mpv_video_widget.h"
 
 namespace quillon {
 
@@ -38,13 +39,7 @@ MpvSoftwareVideoWidget::MpvSoftwareVideoWidget(MpvPlayer& player, QWidget* paren
     else
       mpv_render_context_set_update_callback(render_, onUpdate, this);
   }
-  player.setWindowHandler([this](int left, int top, int width, int height, bool visible) {
-    QMetaObject::invokeMethod(this, [=, this] {
-      setGeometry(left, top, width, height);
-      setVisible(visible);
-    });
-  });
-  player.setBeforeDestroy([this] {
+  followPlayerWindow(this, player, [this] {
     freeRenderContext();
     player_ = nullptr;
   });
@@ -52,10 +47,7 @@ MpvSoftwareVideoWidget::MpvSoftwareVideoWidget(MpvPlayer& player, QWidget* paren
 
 MpvSoftwareVideoWidget::~MpvSoftwareVideoWidget() {
   freeRenderContext();
-  if (player_) {
-    player_->setWindowHandler(nullptr);
-    player_->setBeforeDestroy(nullptr);
-  }
+  releasePlayerWindow(player_);
 }
 
 void MpvSoftwareVideoWidget::frameReady() {

@@ -24,16 +24,26 @@ void onUpdate(void* widget) {
 
 }  // namespace
 
-MpvVideoWidget::MpvVideoWidget(MpvPlayer& player, QWidget* parent) : QOpenGLWidget(parent), player_(&player) {
-  player.setWindowHandler([this](int left, int top, int width, int height, bool visible) {
-    QMetaObject::invokeMethod(this, [=, this] {
-      setGeometry(left, top, width, height);
-      setVisible(visible);
+void followPlayerWindow(QWidget* widget, MpvPlayer& player, std::function<void()> gone) {
+  player.setWindowHandler([widget](int left, int top, int width, int height, bool visible) {
+    QMetaObject::invokeMethod(widget, [=] {
+      widget->setGeometry(left, top, width, height);
+      widget->setVisible(visible);
     });
   });
+  player.setBeforeDestroy(std::move(gone));
+}
+
+void releasePlayerWindow(MpvPlayer* player) {
+  if (!player) return;
+  player->setWindowHandler(nullptr);
+  player->setBeforeDestroy(nullptr);
+}
+
+MpvVideoWidget::MpvVideoWidget(MpvPlayer& player, QWidget* parent) : QOpenGLWidget(parent), player_(&player) {
   // The player going first takes the render context with it, and the
   // widget then draws nothing.
-  player.setBeforeDestroy([this] {
+  followPlayerWindow(this, player, [this] {
     freeRenderContext();
     player_ = nullptr;
   });
@@ -42,10 +52,7 @@ MpvVideoWidget::MpvVideoWidget(MpvPlayer& player, QWidget* parent) : QOpenGLWidg
 MpvVideoWidget::~MpvVideoWidget() {
   disconnect(contextGone_);
   freeRenderContext();
-  if (player_) {
-    player_->setWindowHandler(nullptr);
-    player_->setBeforeDestroy(nullptr);
-  }
+  releasePlayerWindow(player_);
 }
 
 void MpvVideoWidget::initializeGL() {

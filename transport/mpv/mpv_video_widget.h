@@ -4,6 +4,8 @@
 // inside its parent.
 #pragma once
 
+#include <functional>
+
 #include <QOpenGLWidget>
 
 struct mpv_render_context;
@@ -11,6 +13,12 @@ struct mpv_render_context;
 namespace quillon {
 
 class MpvPlayer;
+
+// Makes `widget` the player's picture area: placed and shown where the
+// player's setWindow says, on the window thread; `gone` runs when the player
+// goes first. releasePlayerWindow undoes it.
+void followPlayerWindow(QWidget* widget, MpvPlayer& player, std::function<void()> gone);
+void releasePlayerWindow(MpvPlayer* player);
 
 class MpvVideoWidget : public QOpenGLWidget {
   Q_OBJECT
