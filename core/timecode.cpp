@@ -55,8 +55,11 @@ bool charactersPass(u16v text) {
 bool splitFrameTC(u16v text, int fps, double& h, double& m, double& s, double& f) {
   if (text.size() != 11) return false;
   if (!charactersPass(text)) return false;
-  bool ok = convertField(text.substr(0, 2), h) & convertField(text.substr(3, 2), m) &
-            convertField(text.substr(6, 2), s) & convertField(text.substr(9, 2), f);
+  // Every field is converted, whatever the one before gave.
+  bool ok = convertField(text.substr(0, 2), h);
+  ok &= convertField(text.substr(3, 2), m);
+  ok &= convertField(text.substr(6, 2), s);
+  ok &= convertField(text.substr(9, 2), f);
   if (!ok) return false;
   // Byte conversion refuses negatives.
   if (h < 0 || m < 0 || s < 0 || f < 0) return false;
@@ -131,8 +134,10 @@ double TCaSEG(u16v text, int fps, UserInterface& ui) {
 double tcaToSeconds(u16v text) {
   if (text.size() != 11 || !charactersPass(text)) return -1;
   double h, m, s, k;
-  bool ok = convertField(text.substr(0, 1), h) & convertField(text.substr(2, 2), m) &
-            convertField(text.substr(5, 2), s) & convertField(text.substr(8, 3), k);
+  bool ok = convertField(text.substr(0, 1), h);
+  ok &= convertField(text.substr(2, 2), m);
+  ok &= convertField(text.substr(5, 2), s);
+  ok &= convertField(text.substr(8, 3), k);
   if (!ok) return -1;
   if (h < 0 || h > 9 || m < 0 || m > 59 || s < 0 || s > 59 || k < 0 || k > 999) return -1;
   return 3600 * h + 60 * m + s + k / 1000;
