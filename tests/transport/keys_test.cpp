@@ -5,6 +5,7 @@
 #include "core/timecode.h"
 #include "transport/controls.h"
 #include "transport/transport_fixture.h"
+#include "transport/video_commands.h"
 #include "transport/video_menu.h"
 
 namespace quillon {
@@ -131,6 +132,10 @@ TEST(TransportKeys, NothingWithoutAVideo) {
   EXPECT_TRUE(t.st.s.g_fsim);
   formKeyDown(t.st, 112, 0);
   EXPECT_FALSE(t.st.view.menu("mnu_iramarca1").caption.starts_with(u"Marker"));
+  ira(t.st, 10);
+  EXPECT_EQ(t.st.s.g_dblPosActual, 0);
+  toggleMute(t.st);
+  EXPECT_FALSE(t.st.view.menu("mnu_sil").checked);
 }
 
 TEST(Markers, SetGoAndMenuCaptions) {

@@ -34,36 +34,6 @@ TEST(Seeking, IraLimitsThePositionAndRefreshesTheDisplay) {
   EXPECT_EQ(t.ui.clip, u"00:00:01:00");
 }
 
-TEST(Seeking, NothingHappensWithoutAVideo) {
-  testing::TestStation t;
-  ira(t.st, 10);
-  EXPECT_EQ(t.st.s.g_dblPosActual, 0);
-  toggleMute(t.st);
-  EXPECT_FALSE(t.st.view.menu("mnu_sil").checked);
-}
-
-TEST(PlayAndPause, LabelsFollowAndTheTickReadsThePositionUntilTheEnd) {
-  PlayerStation t;
-  resumevideo(t.st);
-  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Stop");
-  EXPECT_EQ(t.st.view.menu("mnu_play").caption, u"Sto&p");
-  t.ui.clock += 2;
-  timer1Tick(t.st);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 2);
-  EXPECT_EQ(t.st.view.LabTimecode.caption, u"00:00:02:00");
-  pausevideo(t.st);
-  t.ui.clock += 2;
-  timer1Tick(t.st);  // paused: the tick changes nothing
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 2);
-  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Play");
-
-  ira(t.st, 120 - 0.005);
-  resumevideo(t.st);
-  timer1Tick(t.st);
-  EXPECT_FALSE(t.st.s.g_fVideoRun);
-  EXPECT_EQ(t.st.view.menu("mnu_play").caption, u"&Play");
-}
-
 TEST(Audio, TrackAndMuteDriveTheBalanceVolumeAndChecks) {
   PlayerStation t;
   installTransport(t.st);
@@ -81,23 +51,6 @@ TEST(Audio, TrackAndMuteDriveTheBalanceVolumeAndChecks) {
   EXPECT_EQ(t.player.volume(), -10000);
   toggleMute(t.st);
   EXPECT_EQ(t.player.volume(), 0);
-}
-
-TEST(SimulatedPlayerClock, AdvancesAtTheRateAndStopsAtTheEnd) {
-  double clock = 0;
-  SimulatedPlayer p([&] { return clock; });
-  p.fileDuration = 10;
-  ASSERT_TRUE(p.renderFile("x"));
-  p.setRate(0.25);
-  p.run();
-  clock = 4;
-  EXPECT_DOUBLE_EQ(p.currentPosition(), 1);
-  p.setRate(1);
-  clock = 40;
-  EXPECT_DOUBLE_EQ(p.currentPosition(), 10);
-  EXPECT_FALSE(p.running());
-  p.failing.insert("renderFile");
-  EXPECT_FALSE(p.renderFile("y"));
 }
 
 }  // namespace
