@@ -90,14 +90,5 @@ TEST(CaptionSimulation, HourglassStaysOnWhileCaptionsPlay) {
   EXPECT_EQ(rig.t.ui.pointer, Pointer::Default);
 }
 
-TEST(CaptionSimulation, EscOnTheOverlayStopsIt) {
-  SimRig rig;
-  rig.t.open(capTag(u"0NC", 1.0, 3.0) + u"row\n\n" + capTag(u"0NC", 4.0, 5.0) + u"next\n\n\n\n");
-  rig.at(2.0, [&] { formaCCKeyDown(rig.st(), vk::Esc, 0); });
-  mnu_cc_sim_d(rig.st());
-  EXPECT_NEAR(rig.now(), 2.1, 0.03);
-  expectMainWindowBack(rig.st());
-}
-
 }  // namespace
 }  // namespace quillon::testing
