@@ -68,19 +68,6 @@ TEST(MenuTable, ExclusiveChoicesAreCheckableSiblings) {
       EXPECT_EQ(entry(name).parent, entry(g.front()).parent) << name;
     }
   }
-  EXPECT_EQ(entry("mnu_NTSC").parent, "mnu_vid_stand");
-  EXPECT_EQ(entry("mnu_footpedalcom3").parent, "mnu_footpedalport");
-}
-
-TEST(MenuTable, SavedOptionFlagsHaveCheckMarks) {
-  for (auto name : {"mnu_sil", "mnu_dub_opc_dia", "mnu_herr_opt_ACTRA", "mnu_dub_opc_inonly",
-                    "mnu_dub_opc_switch", "mnu_dub_opc_chr", "mnu_sub_opc_chk", "mnu_sub_opc_col",
-                    "mnu_sub_opc_seq", "mnu_sub_opc_mtx", "mnu_sim_con", "mnu_situ_off",
-                    "mnu_opc_tcclip", "mnu_sim_follow"}) {
-    EXPECT_TRUE(entry(name).checkable) << name;
-  }
-  EXPECT_FALSE(entry("mnu_delay").checkable);
-  EXPECT_FALSE(entry("mnu_sub_par_cxl").checkable);
 }
 
 }  // namespace

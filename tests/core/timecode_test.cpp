@@ -92,16 +92,7 @@ TEST(TimecodeFrames, HourAndMinuteWeightsAreFixed) {
   EXPECT_EQ(TCaFRAMES(u"00:01:02:03", 30), 1500 + 60 + 3);
   EXPECT_EQ(TCaFRAMES(u"00:00:00:30", 30), -1);
   EXPECT_EQ(TCaFRAMES(u"0:00:00:00", 30), -1);
-  EXPECT_DOUBLE_EQ(SEGaFRAMES(2.5, 24), 60);
-  EXPECT_DOUBLE_EQ(FRAMESaSEG(15, 30), 0.5);
   EXPECT_DOUBLE_EQ(FRAMESaSEG(15, 0), 0);
-}
-
-TEST(TimecodeHelpers, MinimoAndMaximoCompareSigned) {
-  EXPECT_EQ(minimo(3, -2), -2);
-  EXPECT_EQ(minimo(2, 2), 2);
-  EXPECT_EQ(maximo(-3, -2), -2);
-  EXPECT_EQ(maximo(7, 1), 7);
 }
 
 TEST(TimecodeWindow, MapsThePlayerClockOntoTheVideoTimecodeAndBack) {
