@@ -131,8 +131,6 @@ TEST(MpvPlayer, QuarterRatePlaysAtAQuarterSpeed) {
   const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
   const double advanced = player.currentPosition() - 1.0;
   EXPECT_NEAR(advanced / wall, 0.25, 0.08);
-  player.setRate(1);
-  EXPECT_DOUBLE_EQ(player.rate(), 1);
 }
 
 TEST(MpvPlayer, PositionListenerFollowsEachFrame) {
@@ -159,10 +157,8 @@ TEST(MpvPlayer, PositionListenerFollowsEachFrame) {
 
 TEST(MpvPlayer, QuickTimeStartTimecodeThroughThePlayer) {
   QUILLON_SAMPLE_OR_SKIP(mov, "start.mov");
-  QUILLON_SAMPLE_OR_SKIP(mp4, "pattern.mp4");
   MpvPlayer player(headless());
   EXPECT_DOUBLE_EQ(player.quickTimeStartTimecode(mov, 30), 3600);
-  EXPECT_DOUBLE_EQ(player.quickTimeStartTimecode(mp4, 30), 0);
   ASSERT_TRUE(player.renderFile(mov));
   EXPECT_NEAR(player.duration(), 5.0, 0.1);
 }

@@ -115,7 +115,7 @@ struct Received {
 using Events = std::vector<CommEvent>;
 constexpr CommEvent CTS = CommEvent::comEvCTS, DSR = CommEvent::comEvDSR, CD = CommEvent::comEvCD;
 
-TEST(ModemWatcher, EachLineChangeIsOneEventWithItsCode) {
+TEST(ModemWatcher, EachLineChangeIsOneEventAndATapBetweenTwoLooksGivesBothEdges) {
   auto lines = std::make_unique<ScriptedLines>();
   ScriptedLines& l = *lines;
   Received got;
@@ -124,19 +124,11 @@ TEST(ModemWatcher, EachLineChangeIsOneEventWithItsCode) {
   l.toggle(CTS);
   EXPECT_EQ(got.waitFor(1), Events({CTS}));
   l.waitUntilWaiting();
-  l.toggle(CD);
-  EXPECT_EQ(got.waitFor(2), Events({CTS, CD}));
-  EXPECT_FALSE(watcher.polling());
-}
-
-TEST(ModemWatcher, TapBetweenTwoLooksStillGivesBothEdges) {
-  auto lines = std::make_unique<ScriptedLines>();
-  ScriptedLines& l = *lines;
-  Received got;
-  ModemWatcher watcher(std::move(lines), [&](CommEvent ev) { got(ev); });
-  l.waitUntilWaiting();
   l.toggle(DSR, 2);  // pressed and released before the thread looked
-  EXPECT_EQ(got.waitFor(2), Events({DSR, DSR}));
+  l.waitUntilWaiting();
+  l.toggle(CD);
+  EXPECT_EQ(got.waitFor(4), Events({CTS, DSR, DSR, CD}));
+  EXPECT_FALSE(watcher.polling());
 }
 
 TEST(ModemWatcher, DriverThatCannotWaitIsPolledForCounts) {
@@ -202,7 +194,6 @@ TEST(PosixSerialPort, ComPortsMapToSerialDevicesUnlessTheEnvironmentSaysOtherwis
   setenv("QUILLON_COM2", "/dev/ttyUSB0", 1);
   EXPECT_EQ(PosixSerialPort::devicePath(2), "/dev/ttyUSB0");
   unsetenv("QUILLON_COM2");
-  EXPECT_EQ(PosixSerialPort::devicePath(4), "/dev/ttyS3");
   EXPECT_EQ(PosixSerialPort::devicePath(0), "");
 }
 
