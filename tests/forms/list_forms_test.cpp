@@ -67,67 +67,65 @@ TEST(ListExportForms, EbuFormWritesWhatTheCommandLineWritesForTheSameFields) {
   EXPECT_EQ(written, readFile(files.cli("stl")));
 }
 
-TEST(ListExportForms, DvdMaestroFormWritesWhatTheCommandLineWrites) {
-  Files files("forms_dvdm");
-  FormsStation f;
-  const std::string script = f.load(files.dir, subtitleScript(6));
-  f.t.ui.savePaths = {files.gui("txt")};
-  ASSERT_TRUE(f.forms->open("mnu_sub_dvdm"));
-  FormDialog& d = f.forms->dialogDVDMaestro();
-  EXPECT_EQ(d.windowTitle(), QStringLiteral("Quillon: Conversion to DVD Maestro\u00ae format"));
-  fill(d, "TextFontName", "Verdana");
-  fill(d, "ComboBold", "TRUE");
-  fill(d, "ComboHorzAlign", "Left");
-  fill(d, "TextCommentArea", "Made here");
-  QTest::mouseClick(d.commandProximo(), Qt::LeftButton);
-  ASSERT_EQ(0, runCli("export dvdm --field TextFontName=Verdana --field ComboBold=TRUE --field ComboHorzAlign=Left "
-                      "--field 'TextCommentArea=Made here' " +
-                      script + " -o " + files.cli("txt")));
-  EXPECT_FALSE(readFile(files.gui("txt")).empty());
-  EXPECT_EQ(readFile(files.gui("txt")), readFile(files.cli("txt")));
+TEST(ListExportForms, DvdMaestroCpcAndSubFormsWriteWhatTheCommandLineWrites) {
+  struct Row {
+    const char* menu;
+    const char* command;
+    const char* ext;
+    FormDialog& (*dialog)(FormsStation&);
+    QString title;
+    std::vector<std::pair<const char*, const char*>> fields;
+    const char* mark;  // something the fields put in the file
+    std::pair<const char*, const char*> offered = {nullptr, nullptr};  // a control's text on opening
+  };
+  const Row rows[] = {
+      {"mnu_sub_dvdm", "dvdm", "txt", [](FormsStation& f) -> FormDialog& { return f.forms->dialogDVDMaestro(); },
+       QStringLiteral("Quillon: Conversion to DVD Maestro\u00ae format"),
+       {{"TextFontName", "Verdana"}, {"ComboBold", "TRUE"}, {"ComboHorzAlign", "Left"}, {"TextCommentArea", "Made here"}},
+       "Made here"},
+      {"mnu_sub_cpc", "cpc", "txt", [](FormsStation& f) -> FormDialog& { return f.forms->dialogCPC(); },
+       QStringLiteral("Quillon: Conversion to CPC\u00ae format"),
+       {{"ComboVersion", "CPCC6.78"}, {"TextMOVIE", "Film"}, {"Text_vpos3", "B"}},
+       "0CBI", {"Text_vpos3", "A"}},
+      {"mnu_sub_sub", "sub", "sub", [](FormsStation& f) -> FormDialog& { return f.forms->dialogSUB(); },
+       QStringLiteral("Quillon: Conversion to .SUB format"), {{"TextCAST", "Ana"}, {"Text_vpos3", "<<<"}}, "<<<[",
+       {"TextTIMING", "1 30 0"}},
+  };
+  for (const Row& r : rows) {
+    SCOPED_TRACE(r.menu);
+    Files files(std::string("forms_") + r.command);
+    FormsStation f;
+    const std::string script = f.load(files.dir, subtitleScript(6));
+    f.t.ui.savePaths = {files.gui(r.ext)};
+    ASSERT_TRUE(f.forms->open(r.menu));
+    FormDialog& d = r.dialog(f);
+    EXPECT_EQ(d.windowTitle(), r.title);
+    if (r.offered.first) {
+      EXPECT_EQ(qobject_cast<QLineEdit*>(d.control(r.offered.first))->text(), QString(r.offered.second));
+    }
+    std::string args;
+    for (auto [name, value] : r.fields) {
+      fill(d, name, value);
+      args += std::string(" --field '") + name + "=" + value + "'";
+    }
+    QTest::mouseClick(d.commandProximo(), Qt::LeftButton);
+    ASSERT_EQ(0, runCli(std::string("export ") + r.command + args + " " + script + " -o " + files.cli(r.ext)));
+    EXPECT_NE(readFile(files.gui(r.ext)).find(r.mark), std::string::npos);
+    EXPECT_EQ(readFile(files.gui(r.ext)), readFile(files.cli(r.ext)));
+  }
 }
 
-TEST(ListExportForms, CpcFormWithItsTenPositionBoxesWritesWhatTheCommandLineWrites) {
-  Files files("forms_cpc");
+TEST(ListExportForms, CpcFormHasTenOneLetterPositionBoxes) {
+  Files files("forms_cpc_boxes");
   FormsStation f;
-  const std::string script = f.load(files.dir, subtitleScript(6));
-  f.t.ui.savePaths = {files.gui("txt")};
+  f.load(files.dir, subtitleScript(2));
   ASSERT_TRUE(f.forms->open("mnu_sub_cpc"));
-  FormDialog& d = f.forms->dialogCPC();
-  EXPECT_EQ(d.windowTitle(), QStringLiteral("Quillon: Conversion to CPC\u00ae format"));
-  auto* frame = d.findChild<QGroupBox*>("Frame1");
+  auto* frame = f.forms->dialogCPC().findChild<QGroupBox*>("Frame1");
   ASSERT_NE(frame, nullptr);
   EXPECT_EQ(frame->title(), QStringLiteral("Position mapping"));
   const auto boxes = frame->findChildren<QLineEdit*>();
   ASSERT_EQ(boxes.size(), 10);
   for (auto* b : boxes) EXPECT_EQ(b->maxLength(), 1);
-  EXPECT_EQ(qobject_cast<QLineEdit*>(d.control("Text_vpos3"))->text(), QStringLiteral("A"));
-
-  fill(d, "ComboVersion", "CPCC6.78");
-  fill(d, "TextMOVIE", "Film");
-  fill(d, "Text_vpos3", "B");
-  QTest::mouseClick(d.commandProximo(), Qt::LeftButton);
-  ASSERT_EQ(0, runCli("export cpc --field ComboVersion=CPCC6.78 --field TextMOVIE=Film --field Text_vpos3=B " + script +
-                      " -o " + files.cli("txt")));
-  EXPECT_NE(readFile(files.gui("txt")).find("0CBI"), std::string::npos);
-  EXPECT_EQ(readFile(files.gui("txt")), readFile(files.cli("txt")));
-}
-
-TEST(ListExportForms, SubFormWritesWhatTheCommandLineWrites) {
-  Files files("forms_sub");
-  FormsStation f;
-  const std::string script = f.load(files.dir, subtitleScript(6));
-  f.t.ui.savePaths = {files.gui("sub")};
-  ASSERT_TRUE(f.forms->open("mnu_sub_sub"));
-  FormDialog& d = f.forms->dialogSUB();
-  EXPECT_EQ(d.windowTitle(), QStringLiteral("Quillon: Conversion to .SUB format"));
-  EXPECT_EQ(qobject_cast<QLineEdit*>(d.control("TextTIMING"))->text(), QStringLiteral("1 30 0"));
-  fill(d, "TextCAST", "Ana");
-  fill(d, "Text_vpos3", "<<<");
-  QTest::mouseClick(d.commandProximo(), Qt::LeftButton);
-  ASSERT_EQ(0, runCli("export sub --field TextCAST=Ana --field 'Text_vpos3=<<<' " + script + " -o " + files.cli("sub")));
-  EXPECT_NE(readFile(files.gui("sub")).find("<<<["), std::string::npos);
-  EXPECT_EQ(readFile(files.gui("sub")), readFile(files.cli("sub")));
 }
 
 TEST(ListExportForms, UltFormWritesWhatTheCommandLineWrites) {
