@@ -162,6 +162,7 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
   ui_.dialogParent = [this]() -> QWidget* { return window_ && window_->isVisible() ? window_.get() : nullptr; };
   window_->afterCommand = [this] { refresh(); };
   window_->closeRequested = [this] { close(); };
+  window_->beforeKey = [this] { freshPosition(); };
 
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
@@ -170,7 +171,13 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
     // The pedal's line changes are queued on the port's own thread; its
     // timers run here, on the window thread.
     port_->setEventNotifier([this] {
-      QMetaObject::invokeMethod(this, [this] { tick(); }, Qt::QueuedConnection);
+      QMetaObject::invokeMethod(
+          this,
+          [this] {
+            freshPosition();
+            tick();
+          },
+          Qt::QueuedConnection);
     });
   }
 
@@ -207,6 +214,7 @@ DesktopStation::~DesktopStation() {
   if (window_) {
     window_->afterCommand = nullptr;
     window_->closeRequested = nullptr;
+    window_->beforeKey = nullptr;
   }
   // The picture goes before the player that feeds it.
   window_.reset();
@@ -270,6 +278,16 @@ void DesktopStation::tick() {
   if (ended_) return;
   fireDueTimers(*station_);
   refresh();
+}
+
+// A mark takes the player's position at the press, not the one the last
+// tick of the position timer left, which may be most of a tick old (and
+// older while the picture is being drawn). The timer would read the same.
+void DesktopStation::freshPosition() {
+  Session& s = station_->s;
+  if (ended_ || !s.g_fVideoRun || !station_->player || !station_->player->isOpen()) return;
+  if (s.videoDuration - 0.01 > s.g_dblPosActual)
+    s.g_dblPosActual = std::min(station_->player->currentPosition(), s.videoDuration);
 }
 
 bool DesktopStation::prepareForPicture() {

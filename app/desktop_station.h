@@ -68,6 +68,7 @@ class DesktopStation : public QObject {
  private:
   void armTimers();
   void tick();
+  void freshPosition();
   void endProgram();
   bool prepareForPicture();
 

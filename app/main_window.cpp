@@ -80,9 +80,14 @@ MainWindow::MainWindow(Station& st, QWidget* video)
   splash_ = new SplashWindow();
   for (OverlayWindow* w : {static_cast<OverlayWindow*>(formaSub_), static_cast<OverlayWindow*>(formaCC_),
                            static_cast<OverlayWindow*>(text1_)})
+  {
+    w->beforeEvent = [this] {
+      if (beforeKey) beforeKey();
+    };
     w->afterEvent = [this] {
       if (afterCommand) afterCommand();
     };
+  }
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { onFocusChanged(now); });
   renderGeometry();
 }
@@ -399,6 +404,7 @@ void MainWindow::sendKey(QKeyEvent* e) {
   const int vk = virtualKey(e->key(), (e->modifiers() & Qt::KeypadModifier) != 0);
   if (vk == 0) return;
   const int shift = shiftMask(e->modifiers());
+  if (beforeKey) beforeKey();
   run([vk, shift](Station& st) {
     if (st.view.overlays.focus == "Text1")
       text1KeyDown(st, vk, shift);

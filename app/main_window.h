@@ -44,6 +44,8 @@ class MainWindow : public QMainWindow {
   // Runs after every command the window has started, and after each timer
   // tick: the owner refreshes and re-arms its timers there.
   std::function<void()> afterCommand;
+  // Runs before a key (or an overlay's press) reaches the logic.
+  std::function<void()> beforeKey;
   // The close box: the owner runs the closing path.
   std::function<void()> closeRequested;
 

@@ -108,11 +108,13 @@ bool TimingOverlayWindow::event(QEvent* e) {
 }
 
 void TimingOverlayWindow::keyPressEvent(QKeyEvent* e) {
+  starting();
   handlers_.keyDown(st_, vkOf(e), shiftMask(e->modifiers()));
   done();
 }
 
 void TimingOverlayWindow::mousePressEvent(QMouseEvent* e) {
+  starting();
   handlers_.mouseDown(st_, buttonOf(e->button()));
   done();
 }
@@ -125,6 +127,7 @@ void TimingOverlayWindow::mouseReleaseEvent(QMouseEvent*) {
 bool TimingOverlayWindow::eventFilter(QObject* watched, QEvent* e) {
   const bool onLabel = std::find(labels_.begin(), labels_.end(), watched) != labels_.end();
   if (onLabel && e->type() == QEvent::MouseButtonPress) {
+    starting();
     handlers_.mouseDown(st_, buttonOf(static_cast<QMouseEvent*>(e)->button()));
     done();
     return true;
@@ -244,6 +247,7 @@ void Text1Window::render(const Text1State& t) {
 bool Text1Window::eventFilter(QObject* watched, QEvent* e) {
   if (watched == box_ && (e->type() == QEvent::KeyPress || isTab(e))) {
     auto* k = static_cast<QKeyEvent*>(e);
+    starting();
     text1KeyDown(st_, vkOf(k), shiftMask(k->modifiers()));
     done();
     return true;

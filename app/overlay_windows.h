@@ -27,10 +27,15 @@ class OverlayWindow : public QWidget {
 
  public:
   OverlayWindow(Station& st, QWidget* owner);
+  // Runs before a key or press goes to the logic.
+  std::function<void()> beforeEvent;
   // Runs after each event the logic has handled, so the windows follow.
   std::function<void()> afterEvent;
 
  protected:
+  void starting() {
+    if (beforeEvent) beforeEvent();
+  }
   void done() {
     if (afterEvent) afterEvent();
   }
