@@ -1,5 +1,7 @@
 #include "dubbing/dub_to_sub.h"
 
+#include <algorithm>
+
 #include "core/timecode.h"
 #include "script/document_ops.h"
 #include "script/document_service.h"
@@ -18,6 +20,8 @@ int mnu_DUB_SUB(Station& st) {
   const long len = static_cast<long>(text.size());
   const int fps = st.fps();
   int converted = 0;
+  long shift = 0;  // characters the replacements so far took out of the script
+  long clean = 0;  // the script holds no unconverted tag before this offset
 
   long cur = instr(1, text, u"DUB[");
   long nxt = cur > 0 ? instr(cur + 5, text, u"DUB[") : 0;
@@ -41,8 +45,32 @@ int mnu_DUB_SUB(Station& st) {
       f.replace = ReplaceMode::One;
       f.forward = true;
       f.wrap = false;
-      d.selectAll();
-      d.execute(f);
+      // The first match from the top, found without reading the script from
+      // the top for every tag: when nothing before this tag's place could
+      // match (no unconverted "DUB[" there), the search starts at the place.
+      const long expected = std::max(0L, t - shift);
+      const long before = d.length();
+      bool fromPlace = f.findText.find(u'^') == u16::npos && expected < before;
+      if (fromPlace && clean < expected) {
+        const u16 gap = d.text({clean, std::min(before, expected + 4)});
+        for (size_t at = gap.find(u"DUB["); fromPlace && at != u16::npos; at = gap.find(u"DUB[", at + 1))
+          if (clean + static_cast<long>(at) < expected && (at + 4 >= gap.size() || gap[at + 4] != CR))
+            fromPlace = false;
+      }
+      if (fromPlace)
+        d.setSelectionRange({expected, before});
+      else
+        d.selectAll();
+      if (d.execute(f)) {
+        shift += before - d.length();
+        // Before this tag's place nothing changed, and the replacement at the
+        // place begins with "S"; a match further on leaves the rest unread.
+        const long at = d.selectionRange().start;
+        clean = !fromPlace ? 0 : at == expected ? at + 1 : expected;
+      } else if (fromPlace) {
+        clean = expected;
+        d.selectAll();  // a search that finds nothing leaves the whole script selected
+      }
       if (in >= 0 && out >= 0) ++converted;
     }
     cur = nxt;

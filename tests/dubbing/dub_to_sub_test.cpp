@@ -57,5 +57,51 @@ TEST(DubToSub, AOneLetterNameStopsWithTagsBeforeItConverted) {
   EXPECT_EQ(ts.ui.pointer, Pointer::Hourglass);
 }
 
+
+// The conversion as the rule reads: every tag replaced by a search of the
+// whole script from the top. The command skips the reading of the top where
+// nothing there can match; scripts that trip that up must come out the same.
+void convertFromTheTop(testing::TestStation& ts) {
+  DocumentService& d = *ts.st.doc;
+  const u16 text = d.content();
+  const long len = static_cast<long>(text.size());
+  // The second tag is looked for from five characters on, the rest from three.
+  bool first = true;
+  for (size_t at = text.find(u"DUB["); at != u16::npos; at = text.find(u"DUB[", at + (first ? 5 : 3)), first = false) {
+    const long t = static_cast<long>(at);
+    if (t + 4 < len && text[at + 4] == CR) continue;
+    long n = 0;
+    while (n < 255 && t + 33 + n < len && text[static_cast<size_t>(t + 33 + n)] != CR) ++n;
+    FindRequest f;
+    f.findText = mid(text, t + 1, 33) + mid(text, t + 34, n);
+    f.replaceWith = u"S" + mid(text, t + 2, 32);
+    f.replace = ReplaceMode::One;
+    f.wrap = false;
+    d.selectAll();
+    d.execute(f);
+  }
+}
+
+TEST(DubToSub, LikeASearchFromTheTopOnScriptsThatRepeatThemselves) {
+  const u16 tag = u"DUB[0 N 00:00:01:00>00:00:03:00] ";
+  const std::vector<u16> scripts = {
+      tag + u"ANA\nHola.\n\n" + tag + u"ANA\nOtra vez.\n\n" + tag + u"ANABEL\nYo.\n",
+      tag + u"ANABEL\nYo.\n\n" + tag + u"ANA\nHola.\n",
+      u"Says " + tag + u"ANA in passing\n\n" + tag + u"ANA\nHola.\n",
+      u"DUB[DUB[0 N 00:00:01:00>00:00:03:00] ANA\nHola.\n\n" + tag + u"ANA\nBien.\n",
+      tag + u"A^pB\nHola.\n\nDUB[\n" + tag + u"ANA\nBien.\n",
+  };
+  for (const u16& script : scripts) {
+    SCOPED_TRACE(toUtf8(script));
+    testing::TestStation fast, reference;
+    fast.open(script);
+    reference.open(script);
+    mnu_DUB_SUB(fast.st);
+    convertFromTheTop(reference);
+    EXPECT_EQ(fast.content(), reference.content());
+    EXPECT_EQ(fast.st.doc->selectionRange(), reference.st.doc->selectionRange());
+  }
+}
+
 }  // namespace
 }  // namespace quillon
