@@ -266,18 +266,37 @@ bool mnuSubImpSUB(Station& st) {
   return true;
 }
 
+// Where each number written with `digits` digits first stands in the text
+// (1-based, 0 where it does not): what instr from the top gives for each
+// entry number, found in one pass instead of one search a number.
+static std::vector<long> firstPlaces(const u16& s, int digits) {
+  size_t count = 1;
+  for (int k = 0; k < digits; ++k) count *= 10;
+  std::vector<long> first(count, 0);
+  for (size_t i = 0; i + static_cast<size_t>(digits) <= s.size(); ++i) {
+    size_t v = 0;
+    int k = 0;
+    for (; k < digits && s[i + k] >= u'0' && s[i + k] <= u'9'; ++k) v = v * 10 + (s[i + k] - u'0');
+    if (k == digits && first[v] == 0) first[v] = static_cast<long>(i) + 1;
+  }
+  return first;
+}
+
 bool mnuSubImpunitxt(Station& st) {
   if (!attachDocument(st)) return false;
   const u16 s = st.doc->content();
   const long len = static_cast<long>(s.size());
   const int fps = st.fps();
   u16 blocks;
-  long p = instr(s, u"0001");
+  const std::vector<long> four = firstPlaces(s, 4);
+  std::vector<long> five;  // entry numbers from 10000 on, read when reached
+  long p = four[1];
   int n = 1;
   while (p > 0 && n <= kScanCapacity) {
     u16 in = SEGaTC(TCaSEG(mid(s, p + 5, 11), fps, st.ui), fps);
     u16 out = SEGaTC(TCaSEG(mid(s, p + 17, 11), fps, st.ui), fps);
-    long next = instr(s, formatNumber(n + 1, "0000"));
+    if (n + 1 > 9999 && five.empty()) five = firstPlaces(s, 5);
+    long next = n + 1 <= 9999 ? four[n + 1] : five[n + 1];
     long textLength = (next > 0 ? next : len) - p - 30;
     u16 text = textLength > 0 ? mid(s, p + 29, textLength) : u16();
     blocks += u"SUB[0 N " + in + u">" + out + u"]" + CR + text + CR;

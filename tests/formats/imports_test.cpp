@@ -150,6 +150,21 @@ TEST(UnicodeTextImport, ImportedScriptScansAsTheOriginal) {
   EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[12], 36);
 }
 
+TEST(UnicodeTextImport, EachNextNumberIsTakenWhereItFirstStandsInTheText) {
+  // Entry 1's text holds "0003": the search for entry 3 finds it there,
+  // ahead of entry 3 itself, as a search from the top does.
+  FormatsStation t;
+  t.open(u"0001 00:00:01:00 00:00:02:00\nSee 0003 here\n\n"
+         u"0002 00:00:03:00 00:00:04:00\nTwo\n\n"
+         u"0003 00:00:05:00 00:00:06:00\nThree\n\n");
+  ASSERT_TRUE(mnuSubImpunitxt(t.st));
+  EXPECT_EQ(plainTextBytes(*t.docs.active()),
+            "SUB[0 N 00:00:01:00>00:00:02:00]\nSee 0003 here\n\n"
+            "SUB[0 N 00:00:03:00>00:00:04:00]\n\n"
+            "SUB[0 N 00:00:00:00>00:00:00:00]\n0:00:04:00\nTwo\n\n0003 00:00:05:00 00:00:06:00\nThree\n"
+            "SUB[\n\n");
+}
+
 // Real-world files from the shared corpus, where present.
 std::string corpus(const std::string& rel) {
   std::string p = std::string(QUILLON_CORPUS_DIR) + "/" + rel;
