@@ -9,6 +9,7 @@
 
 #include "app/overlay_windows.h"
 #include "app_fixture.h"
+#include "core/media_player.h"
 #include "core/timecode.h"
 #include "support/station_fixture.h"
 
@@ -43,7 +44,10 @@ TEST(StationRuns, TimingByKeysWritesTheTagsIntoTheScript) {
     if (next >= marks.size()) return false;
     const bool ready = st.s.g_fsim && QApplication::focusWidget() == r.window().formaSub();
     if (!ready || transformadaTCactual(st.s) < marks[next]) return true;
-    pressedAt.push_back(transformadaTCactual(st.s));
+    // A key takes the player's position as it arrives, not the copy the
+    // last timer tick left.
+    const double sinceTick = r.desk->player()->currentPosition() - st.s.g_dblPosActual;
+    pressedAt.push_back(transformadaTCactual(st.s) + sinceTick);
     press(Qt::Key_Space);
     ++next;
     return true;
