@@ -133,6 +133,20 @@ bool playDubbingBlock(Station& st, int i) {
 
 }  // namespace
 
+int startSimulationRun(Station& st, int mode, double lead) {
+  Session& s = st.s;
+  const ScanTable& t = s.scan;
+  if (mode == 0) ira(st, 0);
+  else if (mode == 1) ira(st, transformadainversa(s, t.cueIn[1] - 2.0));
+  st.view.panel(3).enabled = false;
+  videostart(st);
+  if (st.doc) st.doc->selectAll();
+  int i = 1;
+  if (mode == 2)
+    while (i <= t.count() && t.cueIn[i] - lead < transformadaTCactual(s)) ++i;
+  return i;
+}
+
 void simulateBlocks(Station& st, int mode, WysiwygRenderer* renderer) {
   Session& s = st.s;
   ViewState& v = st.view;
@@ -167,16 +181,8 @@ void simulateBlocks(Station& st, int mode, WysiwygRenderer* renderer) {
   if (started) {
     ov.FormaSub.Line1.caption.clear();
     ov.FormaSub.Line2.caption.clear();
-    if (mode == 0) ira(st, 0);
-    else if (mode == 1) ira(st, transformadainversa(s, t.cueIn[1] - 2.0));
-    panel.enabled = false;
-    videostart(st);
-    if (st.doc) st.doc->selectAll();
-
-    int i = 1;
     // From the current timecode: the first entry at least half a second ahead.
-    if (mode == 2)
-      while (i <= count && t.cueIn[i] - 0.5 < transformadaTCactual(s)) ++i;
+    int i = startSimulationRun(st, mode, 0.5);
 
     for (; i <= count; ++i) {
       if (t.text[i].empty() || !s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;

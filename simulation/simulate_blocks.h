@@ -17,4 +17,10 @@ class WysiwygRenderer;
 void simulateBlocks(Station& st, int mode, WysiwygRenderer* renderer = nullptr);
 void simulateCaptions(Station& st, int mode);
 
+// The start of both simulations: the video put where `mode` starts it (0 the
+// top, 1 two seconds before the first entry, 2 where it stands), the status
+// panel locked, play started and the script selected. Gives the first entry
+// to show; with mode 2, the first that starts `lead` seconds or more ahead.
+int startSimulationRun(Station& st, int mode, double lead);
+
 }  // namespace quillon

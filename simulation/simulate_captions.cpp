@@ -83,16 +83,8 @@ void simulateCaptions(Station& st, int mode) {
   const int count = t.count();
   const bool started = s.g_fsim && count > 0;
   if (started) {
-    if (mode == 0) ira(st, 0);
-    else if (mode == 1) ira(st, transformadainversa(s, t.cueIn[1] - 2.0));
-    panel.enabled = false;
-    videostart(st);
-    if (st.doc) st.doc->selectAll();
-
-    int i = 1;
     // A caption needs two seconds of lead, not the half second of a subtitle.
-    if (mode == 2)
-      while (i <= count && t.cueIn[i] - 2.0 < transformadaTCactual(s)) ++i;
+    int i = startSimulationRun(st, mode, 2.0);
 
     for (; i <= count; ++i) {
       if (!s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;

@@ -15,6 +15,19 @@
 
 namespace quillon {
 
+void addFormFoot(QBoxLayout* outer, QProgressBar*& progress, QPushButton*& proximo) {
+  progress = new QProgressBar;
+  progress->setObjectName("ProgressBar1");
+  progress->setTextVisible(false);
+  outer->addWidget(progress);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  proximo = new QPushButton(QDialog::tr("OK"));
+  proximo->setObjectName("CommandProximo");
+  buttons->addWidget(proximo);
+  outer->addLayout(buttons);
+}
+
 namespace {
 
 constexpr int kPumpEveryMs = 30;
@@ -127,16 +140,7 @@ void FormDialog::build() {
   }
   if (frame) outer->addWidget(frame);
 
-  progress_ = new QProgressBar;
-  progress_->setObjectName("ProgressBar1");
-  progress_->setTextVisible(false);
-  outer->addWidget(progress_);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  proximo_ = new QPushButton(tr("OK"));
-  proximo_->setObjectName("CommandProximo");
-  buttons->addWidget(proximo_);
-  outer->addLayout(buttons);
+  addFormFoot(outer, progress_, proximo_);
   connect(proximo_, &QPushButton::clicked, this, &FormDialog::onProximo);
 }
 

@@ -16,8 +16,13 @@
 
 class QPushButton;
 class QProgressBar;
+class QBoxLayout;
 
 namespace quillon {
+
+// The foot every export form has under its fields: `ProgressBar1` and the
+// `CommandProximo` button, added to `outer`.
+void addFormFoot(QBoxLayout* outer, QProgressBar*& progress, QPushButton*& proximo);
 
 class FormDialog : public QDialog {
   Q_OBJECT

@@ -35,17 +35,8 @@ UltDialog::UltDialog(Station& st, FormCCult& form, QWidget* parent) : QDialog(pa
     controls_[f.control] = w;
     fields->addRow(qs(f.label), w);
   }
-  progress_ = new QProgressBar;
-  progress_->setObjectName("ProgressBar1");
-  progress_->setTextVisible(false);
-  outer->addWidget(progress_);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  proximo_ = new QPushButton(tr("OK"));
-  proximo_->setObjectName("CommandProximo");
+  addFormFoot(outer, progress_, proximo_);
   proximo_->setDefault(true);
-  buttons->addWidget(proximo_);
-  outer->addLayout(buttons);
   connect(proximo_, &QPushButton::clicked, this, &UltDialog::onProximo);
   progressTimer_.setInterval(30);
   connect(&progressTimer_, &QTimer::timeout, this, &UltDialog::showProgress);
