@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/station_options.h"
 #include "core/text.h"
 
 namespace quillon {
@@ -72,6 +73,8 @@ struct Session {
 
   // Settings line and the options it carries
   std::string g_settingsLine;
+  // The choices kept beside it in `options.conf`.
+  StationOptions options;
   bool muteOn = false;
   char16_t audioTrack = u'R';
   bool dub_voz_on = true;

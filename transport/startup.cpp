@@ -36,6 +36,7 @@ bool startStation(Station& st, const u16& commandLine, const std::string& settin
   installTransport(st);
   loadMainForm(st);
   st.s.g_settingsLine = readSettingsLine(settingsFile);
+  st.s.options = readStationOptions(optionsPathBeside(settingsFile));
   st.s.cc = true;
   st.s.tctag = true;
 
@@ -66,6 +67,7 @@ void unloadMainForm(Station& st, const std::string& settingsFile) {
   // Errors are ignored on the way out: a settings file that cannot be
   // written leaves the old one.
   guardarDefaults(st, settingsFile);
+  if (!st.s.options.empty()) writeStationOptions(optionsPathBeside(settingsFile), st.s.options);
   st.view.visible = false;
   if (st.endProgram) st.endProgram(st);
 }

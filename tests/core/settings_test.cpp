@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "core/scripted_ui.h"
 #include "core/settings.h"
+#include "core/station_options.h"
 #include "core/station.h"
 #include "support/station_fixture.h"
 
@@ -110,6 +112,20 @@ TEST(DefaultsFile, WrittenAtomicallyUnderTheConfigurationFolder) {
   std::string error;
   EXPECT_FALSE(guardarDefaults(t.st, "/proc/quillon-cannot-write/defaults.dat", &error));
   EXPECT_NE(error.find("defaults.dat"), std::string::npos);
+}
+
+TEST(OptionsFile, BesideTheSettingsLineKeepsEveryKeyAndSkipsNoise) {
+  std::string dir = testing::tempDir("options");
+  std::string path = optionsPathBeside(dir + "/defaults.dat");
+  EXPECT_EQ(path, dir + "/options.conf");
+  EXPECT_TRUE(readStationOptions(path).empty());
+  std::ofstream(path) << "# comment\r\npedal.device=/dev/input/event3\r\nnoise\n=x\nfuture.key=a=b\n";
+  StationOptions o = readStationOptions(path);
+  EXPECT_EQ(o, (StationOptions{{"pedal.device", "/dev/input/event3"}, {"future.key", "a=b"}}));
+  o["script.writer"] = "T";
+  ASSERT_TRUE(writeStationOptions(path, o));
+  EXPECT_EQ(readStationOptions(path), o);
+  EXPECT_EQ(testing::readFile(path), "future.key=a=b\npedal.device=/dev/input/event3\nscript.writer=T\n");
 }
 
 TEST(DefaultsFile, ConfigFolderFollowsTheEnvironment) {
