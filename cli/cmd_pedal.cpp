@@ -50,8 +50,9 @@ int watchPedal(Invocation& inv, LinuxPedalInput& in, const std::string& path, do
     case PedalOpen::Missing: return inv.fail("no pedal at " + path);
     case PedalOpen::NotPermitted: {
       const std::string group = in.readerGroup(path);
-      return inv.fail("you may not read " + path +
-                      (group.empty() ? ": only root may (see the README for a udev rule)" : ": join the group " + group));
+      const std::string advice =
+          group.empty() ? "only root may (see the README for a udev rule)" : "join the group " + group;
+      return inv.fail("you may not read " + path + ": " + advice);
     }
     case PedalOpen::Failed: return inv.fail("cannot read " + path);
   }
@@ -67,7 +68,7 @@ int watchPedal(Invocation& inv, LinuxPedalInput& in, const std::string& path, do
     if (t2.enabled && st.ui.timeOfDay() >= t2.due) inv.out << pedalActionText(settlePedal(st)) << std::endl;
     if (!in.isOpen()) {
       if (feed && !t2.enabled) break;
-      if (!feed && !saidGone) inv.err << "quillon-cli: the pedal is unplugged; waiting for it to come back" << std::endl;
+      if (!feed && !saidGone) inv.err << "quillon-cli: the pedal is unplugged; waiting for it" << std::endl;
       saidGone = true;
     } else {
       saidGone = false;
@@ -86,6 +87,7 @@ int runPedal(Invocation& inv) {
   if (error.empty()) inv.takeOption("--map", map, error);
   if (!error.empty() || inv.rejectUnknownOptions(error)) return inv.fail(error);
   if (!inv.args.empty()) return inv.fail("pedal takes no arguments (see pedal --help)");
+  if (!hasDevice && (!secondsText.empty() || !map.empty())) return inv.fail("--seconds and --map go with --device");
   double seconds = 0;
   if (!secondsText.empty()) {
     char* rest = nullptr;

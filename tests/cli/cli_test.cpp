@@ -125,7 +125,8 @@ TEST(CliPedal, PrintsTheSettledEventsOfRecordsWrittenIntoANamedPipe) {
   EXPECT_EQ(r.status, 0);
 
   EXPECT_EQ(cli("pedal --device /nonexistent/event3").err, "quillon-cli: no pedal at /nonexistent/event3\n");
-  for (const char* args : {"pedal --device x --seconds 0", "pedal --map 5,6", "pedal extra"})
+  for (const char* args :
+       {"pedal --device x --seconds 0", "pedal --device x --map 5,6", "pedal --seconds 3", "pedal extra"})
     EXPECT_EQ(cli(args).status, 2) << args;
 }
 

@@ -43,7 +43,9 @@ struct Pipe {
   }
   ~Pipe() { unplug(); }
   void plug() { writer = ::open(path.c_str(), O_WRONLY | O_CLOEXEC); }
-  void write(const std::string& bytes) { ASSERT_EQ(::write(writer, bytes.data(), bytes.size()), ssize_t(bytes.size())); }
+  void write(const std::string& bytes) {
+    ASSERT_EQ(::write(writer, bytes.data(), bytes.size()), ssize_t(bytes.size()));
+  }
   void unplug() {
     if (writer >= 0) ::close(writer);
     writer = -1;
@@ -64,7 +66,8 @@ struct Adapter {
   }
   bool waitGone() {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (in.isOpen() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    while (in.isOpen() && std::chrono::steady_clock::now() < end)
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
     return !in.isOpen();
   }
 };

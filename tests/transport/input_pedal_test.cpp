@@ -103,7 +103,8 @@ TEST(UsbPedal, PedalTheUserMayNotReadNamesTheGroupToJoin) {
     std::string group;
     std::u16string advice;
   };
-  for (const Case& c : {Case{"input", u" Join the group input (sudo usermod -aG input $USER), then log out and in again."},
+  for (const Case& c : {Case{"input", u" Join the group input (sudo usermod -aG input $USER), then log out and "
+                                      u"in again."},
                         Case{"root", u" Only root may read it: give it a udev rule that lets the group input read it "
                                      u"(see the README), then plug it in again."}}) {
     UsbPedalStation t;

@@ -21,7 +21,9 @@ namespace {
 
 constexpr uint32_t kWatchMask = IN_CREATE | IN_DELETE | IN_ATTRIB | IN_MOVED_FROM | IN_MOVED_TO;
 
-bool isPedalNode(const char* name) { return std::strncmp(name, "event", 5) == 0 || std::strncmp(name, "hidraw", 6) == 0; }
+bool isPedalNode(const char* name) {
+  return std::strncmp(name, "event", 5) == 0 || std::strncmp(name, "hidraw", 6) == 0;
+}
 
 std::vector<int> deviceKeys(int fd) {
   constexpr size_t kWordBits = sizeof(unsigned long) * CHAR_BIT;

@@ -26,7 +26,8 @@ std::string readText(const fs::path& path) {
 uint16_t hexNumber(std::string_view text) {
   unsigned long v = 0;
   for (char c : text) {
-    int d = c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10 : c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+    const char lower = static_cast<char>(c | 0x20);
+    int d = c >= '0' && c <= '9' ? c - '0' : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
     if (d < 0) break;
     v = v * 16 + static_cast<unsigned long>(d);
   }
@@ -81,7 +82,8 @@ const std::vector<KnownPedal>& knownPedals() {
 
 bool isKnownPedal(uint16_t vendor, uint16_t product) {
   const auto& k = knownPedals();
-  return std::any_of(k.begin(), k.end(), [&](const KnownPedal& p) { return p.vendor == vendor && p.product == product; });
+  return std::any_of(k.begin(), k.end(),
+                     [&](const KnownPedal& p) { return p.vendor == vendor && p.product == product; });
 }
 
 std::vector<int> capabilityBits(std::string_view text) {
@@ -126,6 +128,7 @@ std::vector<PedalDeviceInfo> findPedals(const std::string& sysRoot, const std::s
     PedalDeviceInfo d;
     d.path = devRoot + "/input/" + node;
     d.name = tidyDeviceName(readText(dev / "name"));
+    if (d.name.empty()) d.name = node;
     d.vendor = hexNumber(readText(dev / "id" / "vendor"));
     d.product = hexNumber(readText(dev / "id" / "product"));
     std::vector<int> types, keys;
@@ -144,6 +147,7 @@ std::vector<PedalDeviceInfo> findPedals(const std::string& sysRoot, const std::s
     d.path = devRoot + "/" + node;
     d.hidraw = true;
     if (!hidIdentity(readText(dev / "uevent"), d) || !isKnownPedal(d.vendor, d.product)) continue;
+    if (d.name.empty()) d.name = node;
     std::error_code ec;
     if (fs::exists(dev / "input", ec)) continue;  // listed as its event device
     found.push_back(d);
