@@ -11,6 +11,7 @@
 
 #include "app/menu_commands.h"
 #include "captions/caption_checks.h"
+#include "core/pedal_input.h"
 #include "core/serial_port.h"
 #include "script/document_files.h"
 #include "simulation/frame_table.h"
@@ -30,6 +31,9 @@
 #endif
 #ifdef HAVE_QUILLON_SERIAL
 #include "transport/serial/posix_serial_port.h"
+#endif
+#ifdef HAVE_QUILLON_INPUT
+#include "transport/input/linux_pedal_input.h"
 #endif
 #ifdef HAVE_QUILLON_DOCFILES
 #include "script/files/office_formats.h"
@@ -139,6 +143,9 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
 #ifdef HAVE_QUILLON_SERIAL
   if (options_.pedal) port_ = std::make_unique<PosixSerialPort>();
 #endif
+#ifdef HAVE_QUILLON_INPUT
+  if (options_.pedal) pedalInput_ = std::make_unique<LinuxPedalInput>();
+#endif
 
   station_ = std::make_unique<Station>(ui_);
   Station& st = *station_;
@@ -148,6 +155,7 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
     st.player = playerSeam_.get();
   }
   st.port = port_.get();
+  st.pedalInput = pedalInput_.get();
   st.doc = &docs_;
 
   installTransport(st);
@@ -167,19 +175,19 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
   connect(&timer_, &QTimer::timeout, this, &DesktopStation::tick);
-  if (port_) {
-    // The pedal's line changes are queued on the port's own thread; its
-    // timers run here, on the window thread.
-    port_->setEventNotifier([this] {
-      QMetaObject::invokeMethod(
-          this,
-          [this] {
-            freshPosition();
-            tick();
-          },
-          Qt::QueuedConnection);
-    });
-  }
+  // The pedals' changes are queued on their adapters' own threads; their
+  // timers run here, on the window thread.
+  auto wakeForPedal = [this] {
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          freshPosition();
+          tick();
+        },
+        Qt::QueuedConnection);
+  };
+  if (port_) port_->setEventNotifier(wakeForPedal);
+  if (pedalInput_) pedalInput_->setEventNotifier(wakeForPedal);
 
 #ifdef HAVE_QUILLON_FORMS
   installForms(st, window_.get(), [](std::string_view item, std::function<void(Station&)> command) {
@@ -209,6 +217,10 @@ DesktopStation::~DesktopStation() {
   if (port_) {
     port_->setEventNotifier(nullptr);
     port_->close();
+  }
+  if (pedalInput_) {
+    pedalInput_->setEventNotifier(nullptr);
+    pedalInput_->close();
   }
   ui_.beforePump = nullptr;
   if (window_) {

@@ -27,7 +27,7 @@ struct DesktopOptions {
   Renderer renderer = Renderer::Automatic;
   // mpv's audio output; empty for its own choice, "null" for silence.
   std::string audioOutput;
-  // Open the pedal's serial port at the start.
+  // Open the pedal's serial port and look for USB pedals at the start.
   bool pedal = true;
   // The end of the program quits the application's event loop.
   bool quitApplication = true;
@@ -79,6 +79,7 @@ class DesktopStation : public QObject {
   std::unique_ptr<MediaPlayer> player_;
   std::unique_ptr<MediaPlayer> playerSeam_;  // the player as the logic sees it
   std::unique_ptr<SerialPort> port_;
+  std::unique_ptr<PedalInput> pedalInput_;
   std::unique_ptr<Station> station_;
   QWidget* video_ = nullptr;
   QWidget* scriptWindow_ = nullptr;

@@ -253,20 +253,63 @@ void MainWindow::renderGeometry() {
   }
 }
 
+namespace {
+
+void renderItem(QAction* a, const MenuItemState& m) {
+  const QString caption = toQString(m.caption);
+  if (a->text() != caption) a->setText(caption);
+  if (a->isCheckable() && a->isChecked() != m.checked) a->setChecked(m.checked);
+  if (a->isEnabled() != m.enabled) a->setEnabled(m.enabled);
+  if (a->isVisible() != m.visible) a->setVisible(m.visible);
+}
+
+}  // namespace
+
 void MainWindow::renderMenus() {
   bool anyTop = false;
   for (const MenuEntry& e : menuTable()) {
-    QAction* a = actions_.find(e.name)->second;
     const MenuItemState& m = st_.view.menu(e.name);
-    const QString caption = toQString(m.caption);
-    if (a->text() != caption) a->setText(caption);
-    if (a->isCheckable() && a->isChecked() != m.checked) a->setChecked(m.checked);
-    if (a->isEnabled() != m.enabled) a->setEnabled(m.enabled);
-    if (a->isVisible() != m.visible) a->setVisible(m.visible);
+    renderItem(actions_.find(e.name)->second, m);
     if (e.parent.empty()) anyTop = anyTop || m.visible;
   }
+  renderGainedItems();
   // Full screen hides every menu; the bar goes with them.
   if (menuBar()->isVisibleTo(this) != anyTop) menuBar()->setVisible(anyTop);
+}
+
+void MainWindow::renderGainedItems() {
+  const auto& gained = st_.view.gainedItems;
+  // A menu whose gained items changed has them built again.
+  for (auto it = gainedShown_.begin(); it != gainedShown_.end();) {
+    auto now = gained.find(it->first);
+    if (now != gained.end() && now->second == it->second) {
+      ++it;
+      continue;
+    }
+    for (const std::string& name : it->second) {
+      delete actions_[name];
+      actions_.erase(name);
+    }
+    delete gainedSeparators_[it->first];
+    gainedSeparators_.erase(it->first);
+    it = gainedShown_.erase(it);
+  }
+  for (const auto& [parent, names] : gained) {
+    QMenu* m = menu(parent);
+    if (!m) continue;
+    if (!gainedShown_.count(parent)) {
+      gainedSeparators_[parent] = m->addSeparator();
+      for (const std::string& name : names) {
+        QAction* a = m->addAction(QString());
+        a->setObjectName(QString::fromStdString(name));
+        a->setCheckable(true);
+        connect(a, &QAction::triggered, this, [this, name] { clickMenu(name); });
+        actions_[name] = a;
+      }
+      gainedShown_[parent] = names;
+    }
+    for (const std::string& name : names) renderItem(actions_[name], st_.view.menu(name));
+  }
 }
 
 void MainWindow::renderControls() {

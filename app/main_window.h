@@ -90,6 +90,7 @@ class MainWindow : public QMainWindow {
   void buildMenus();
   void buildControls();
   void renderMenus();
+  void renderGainedItems();
   void renderControls();
   void renderOverlays();
   void renderFocus();
@@ -100,6 +101,10 @@ class MainWindow : public QMainWindow {
   Station& st_;
   std::map<std::string, QAction*, std::less<>> actions_;
   std::map<std::string, QMenu*, std::less<>> menus_;
+  // Items gained at run time as last built, by parent, with the separator
+  // before them.
+  std::map<std::string, std::vector<std::string>, std::less<>> gainedShown_;
+  std::map<std::string, QAction*, std::less<>> gainedSeparators_;
   QWidget* central_ = nullptr;
   QWidget* video_ = nullptr;
   QLabel *labTimecode_ = nullptr, *labCom_ = nullptr, *labDur_ = nullptr;

@@ -20,6 +20,7 @@
 #include "subtitling/retiming.h"
 #include "subtitling/statistics.h"
 #include "subtitling/timing_loop.h"
+#include "transport/input_pedal.h"
 #include "transport/keys.h"
 #include "transport/pedal.h"
 #include "transport/startup.h"
@@ -174,6 +175,9 @@ std::map<std::string, MenuCommand, std::less<>> buildCommands() {
   for (int n = 1; n <= 4; ++n)
     m["mnu_footpedalcom" + std::to_string(n)] = [n](Station& st) { mnu_footpedalcom(st, n); };
   add("mnu_footpedaljump", mnu_footpedaljump);
+  for (int n = 1; n <= kMaxListedPedals; ++n)
+    m["mnu_footpedalusb" + std::to_string(n)] = [n](Station& st) { mnu_footpedalusb(st, n); };
+  add("mnu_footpedalmap", mnu_footpedalmap);
   return m;
 }
 

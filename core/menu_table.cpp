@@ -192,6 +192,7 @@ std::vector<MenuEntry> buildTable() {
       check("mnu_footpedalcom3", "mnu_footpedalport", u"COM&3"),
       check("mnu_footpedalcom4", "mnu_footpedalport", u"COM&4"),
       cmd("mnu_footpedaljump", "mnu_footpedal", u"&Seconds..."),
+      cmd("mnu_footpedalmap", "mnu_footpedal", u"USB pedal &order..."),
   };
 }
 

@@ -9,10 +9,9 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <functional>
-#include <mutex>
-#include <utility>
+
+#include "core/event_queue.h"
 
 namespace quillon {
 
@@ -26,40 +25,7 @@ enum class CommEvent : int16_t {
   comEvRing = 6,
 };
 
-// A thread-safe queue of events, oldest first. The notifier runs on the
-// pushing thread after each push, so the owner can wake its window thread.
-class CommEventQueue {
- public:
-  void push(CommEvent ev) {
-    std::function<void()> notify;
-    {
-      std::lock_guard lock(mutex_);
-      events_.push_back(ev);
-      notify = notify_;
-    }
-    if (notify) notify();
-  }
-  bool pop(CommEvent& ev) {
-    std::lock_guard lock(mutex_);
-    if (events_.empty()) return false;
-    ev = events_.front();
-    events_.pop_front();
-    return true;
-  }
-  void clear() {
-    std::lock_guard lock(mutex_);
-    events_.clear();
-  }
-  void setNotifier(std::function<void()> notify) {
-    std::lock_guard lock(mutex_);
-    notify_ = std::move(notify);
-  }
-
- private:
-  std::mutex mutex_;
-  std::deque<CommEvent> events_;
-  std::function<void()> notify_;
-};
+using CommEventQueue = EventQueue<CommEvent>;
 
 class SerialPort {
  public:

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/pedal_input.h"
 #include "core/station_options.h"
 #include "core/text.h"
 
@@ -177,6 +178,10 @@ struct Session {
   double lastCueIn = 0, lastCueOut = 0;
   // Names prefilled for the QC transcoder dialog by the video opening.
   u16 qcInputName, qcOutputName;
+  // The USB pedals the port menu lists, in its order, and when the input
+  // devices are next looked at for pedals come and gone (time of day).
+  std::vector<PedalDeviceInfo> pedalDevices;
+  double pedalWatchDue = 0;
 
   // ---- Simulation (simulation/) ----
   // `jumpNextBlock`, `followInDocument` and `readingSpeedColor` are the

@@ -14,6 +14,7 @@ namespace quillon {
 
 class DocumentService;
 class MediaPlayer;
+class PedalInput;
 class SerialPort;
 
 inline const u16 g_appTitle = u"QUILLON";
@@ -28,6 +29,7 @@ struct Station {
   DocumentService* doc = nullptr;
   MediaPlayer* player = nullptr;
   SerialPort* port = nullptr;
+  PedalInput* pedalInput = nullptr;  // USB foot pedals, beside the serial one
 
   // Seams between folders, filled by the layer that owns the behaviour so
   // that lower layers need not know it.

@@ -31,6 +31,20 @@ MenuItemState& ViewState::menu(std::string_view name) {
   return it->second;
 }
 
+void ViewState::setGainedItems(const std::string& parent, const std::vector<std::pair<std::string, u16>>& items) {
+  auto& names = gainedItems[parent];
+  for (const auto& n : names) menus.erase(n);
+  names.clear();
+  for (const auto& [name, caption] : items) {
+    if (menus.count(name)) throw std::logic_error("gained menu item " + name + " is already an item");
+    MenuItemState m;
+    m.caption = caption;
+    menus.emplace(name, m);
+    names.push_back(name);
+  }
+  if (names.empty()) gainedItems.erase(parent);
+}
+
 const MenuItemState& ViewState::menu(std::string_view name) const {
   auto it = menus.find(name);
   if (it == menus.end()) throw std::out_of_range("unknown menu item " + std::string(name));

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/overlays.h"
@@ -71,6 +72,11 @@ struct ViewState {
   // Status bar `BarraStatus`, panels 1 to 8 (index 0 unused).
   std::array<StatusPanelState, 9> panels;
   std::map<std::string, MenuItemState, std::less<>> menus;
+  // Items a menu gains while the station runs (the USB pedals under
+  // mnu_footpedalport), by parent, in order after the parent's items from
+  // the table. Each has its state in `menus` like any item; the window
+  // gives them a separator before the first and makes them checkable.
+  std::map<std::string, std::vector<std::string>, std::less<>> gainedItems;
   std::vector<ToolbarButtonState> toolbar;  // Toolbar1, buttons 1 to 11 at [0..10]
   bool toolbarEnabled = true;
   bool toolbarVisible = true;
@@ -93,6 +99,9 @@ struct ViewState {
   // Throws std::out_of_range for a name the menu table does not have.
   MenuItemState& menu(std::string_view name);
   const MenuItemState& menu(std::string_view name) const;
+  // Replaces what `parent` has gained by `items` (name and caption, each
+  // name new to the table), all unchecked and enabled.
+  void setGainedItems(const std::string& parent, const std::vector<std::pair<std::string, u16>>& items);
   StatusPanelState& panel(int i) { return panels.at(static_cast<size_t>(i)); }
   ToolbarButtonState& toolbarButton(int i) { return toolbar.at(static_cast<size_t>(i - 1)); }
   void setPanel(int i, const u16& text, const u16& toolTip) {

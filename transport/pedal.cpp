@@ -15,10 +15,15 @@ void deliverPedalEvents(Station& st) {
   while (st.port->takeEvent(ev)) onCommEvent(st, ev);
 }
 
-void timer2Tick(Station& st) {
+CommEvent settlePedal(Station& st) {
   st.view.Timer2.setEnabled(false, st.ui.timeOfDay());
+  return static_cast<CommEvent>(st.s.lastfootpedalevent);
+}
+
+void timer2Tick(Station& st) {
+  const CommEvent ev = settlePedal(st);
   if (!videoOpen(st)) return;
-  switch (static_cast<CommEvent>(st.s.lastfootpedalevent)) {
+  switch (ev) {
     case CommEvent::comEvCTS: jump(st, st.s.footpedaljump); break;
     case CommEvent::comEvDSR:
       st.ui.setPointer(Pointer::Default);

@@ -15,6 +15,8 @@ void onCommEvent(Station& st, CommEvent ev);
 void deliverPedalEvents(Station& st);
 // Timer2: off again, then forward (CTS), play/stop (DSR) or rewind (CD).
 void timer2Tick(Station& st);
+// Timer2's tick without acting: off again, and the code the burst left.
+CommEvent settlePedal(Station& st);
 
 // mnu_footpedalcom1 to mnu_footpedalcom4. The open port is not closed
 // first, so a choice made while one is open fails with the message.

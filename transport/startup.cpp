@@ -1,7 +1,9 @@
 #include "transport/startup.h"
 
 #include "core/media_player.h"
+#include "core/pedal_input.h"
 #include "core/serial_port.h"
+#include "transport/input_pedal.h"
 #include "transport/video_commands.h"
 #include "transport/video_open.h"
 
@@ -45,6 +47,7 @@ bool startStation(Station& st, const u16& commandLine, const std::string& settin
   st.view.splashVisible = false;
 
   iniciarvariables(st);
+  startPedalInput(st);
   st.view.caption = g_appTitle;
   st.view.visible = true;
 
@@ -64,6 +67,7 @@ void unloadMainForm(Station& st, const std::string& settingsFile) {
   }
   st.s.g_docAttached = false;
   if (st.port && st.port->isOpen()) st.port->close();
+  if (st.pedalInput) st.pedalInput->close();
   // Errors are ignored on the way out: a settings file that cannot be
   // written leaves the old one.
   guardarDefaults(st, settingsFile);

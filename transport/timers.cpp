@@ -1,5 +1,6 @@
 #include "transport/timers.h"
 
+#include "transport/input_pedal.h"
 #include "transport/pedal.h"
 #include "transport/video_commands.h"
 
@@ -17,6 +18,8 @@ bool takeDue(TimerState& t, double now) {
 
 void fireDueTimers(Station& st) {
   deliverPedalEvents(st);
+  deliverInputPedalEvents(st);
+  watchPedalInput(st);
   ViewState& v = st.view;
   if (takeDue(v.Timer1, st.ui.timeOfDay())) timer1Tick(st);
   if (takeDue(v.Timer2, st.ui.timeOfDay())) timer2Tick(st);

@@ -8,7 +8,8 @@
 
 namespace quillon {
 
-// Takes the pedal's waiting line changes, then runs every enabled timer
+// Takes the pedals' waiting changes (and looks for USB pedals come and
+// gone, once a second), then runs every enabled timer
 // whose time has come (Timer1, Timer2, Timer4, in that order). A timer
 // that was late ticks once, not once per missed interval.
 void fireDueTimers(Station& st);

@@ -128,6 +128,27 @@ TEST(MainWindow, EveryMenuItemOfTheTableIsThereWithItsCaption) {
   EXPECT_FALSE(w.action("mnu_WYS_font")->isVisible());
 }
 
+TEST(MainWindow, ItemsGainedAtRunTimeAreBuiltCheckedAndTakenAway) {
+  RunningStation r;
+  MainWindow& w = r.window();
+  ViewState& v = r.st().view;
+  v.setGainedItems("mnu_footpedalport", {{"mnu_footpedalusb1", u"USB pedal: VEC USB Footpedal"},
+                                         {"mnu_footpedalusb2", u"USB pedal: Philips ACC2330"}});
+  v.menu("mnu_footpedalusb2").checked = true;
+  r.desk->refresh();
+  QAction* a = w.action("mnu_footpedalusb2");
+  ASSERT_NE(a, nullptr);
+  EXPECT_EQ(a->text(), "USB pedal: Philips ACC2330");
+  EXPECT_TRUE(a->isChecked());
+  EXPECT_TRUE(w.menu("mnu_footpedalport")->actions().contains(a));
+  const qsizetype withPedals = w.menu("mnu_footpedalport")->actions().size();
+
+  v.setGainedItems("mnu_footpedalport", {{"mnu_footpedalusb1", u"USB pedal: VEC USB Footpedal"}});
+  r.desk->refresh();
+  EXPECT_EQ(w.action("mnu_footpedalusb2"), nullptr);
+  EXPECT_EQ(w.menu("mnu_footpedalport")->actions().size(), withPedals - 1);
+}
+
 TEST(MainWindow, EveryLeafItemWithACommandIsWired) {
   // Items that open a submenu carry no command; the rest should, except
   // the few whose dialogs live elsewhere.

@@ -1,8 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <linux/input.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
 #include <cstdio>
 #include <fstream>
-#include <sys/wait.h>
+#include <thread>
 
 #include "support/station_fixture.h"
 
@@ -91,6 +98,36 @@ TEST(CliScan, CaptionsAndSettingsFile) {
   std::string settings = writeScript("defaults.dat", "FRTFFFTTFFFFFTFT1400250032051" "0.25" "01.00" "06.00" "0.30\n");
   EXPECT_EQ(cli("scan --settings " + settings + " " + path + " --captions").status, 0);
   EXPECT_EQ(cli("scan --settings /nonexistent/defaults.dat " + path).status, 2);
+}
+
+TEST(CliPedal, PrintsTheSettledEventsOfRecordsWrittenIntoANamedPipe) {
+  const std::string fifo = quillon::testing::tempDir("cli-pedal") + "/pedal";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  auto key = [](int code, int value) {
+    input_event ev{};
+    ev.type = EV_KEY;
+    ev.code = static_cast<uint16_t>(code);
+    ev.value = value;
+    return std::string(reinterpret_cast<const char*>(&ev), sizeof ev);
+  };
+  // Left pressed and released (one settled event), then the middle pedal.
+  std::thread pedal([&] {
+    const int w = open(fifo.c_str(), O_WRONLY);
+    const std::string burst = key(BTN_0, 1) + key(BTN_0, 0), middle = key(BTN_1, 1);
+    (void)!write(w, burst.data(), burst.size());
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    (void)!write(w, middle.data(), middle.size());
+    close(w);
+  });
+  CliRun r = cli("pedal --device " + fifo + " --seconds 20");
+  pedal.join();
+  EXPECT_EQ(r.out, "5 rewind\n4 play/stop\n");
+  EXPECT_EQ(r.status, 0);
+
+  EXPECT_EQ(cli("pedal --device /nonexistent/event3").err, "quillon-cli: no pedal at /nonexistent/event3\n");
+  for (const char* args :
+       {"pedal --device x --seconds 0", "pedal --device x --map 5,6", "pedal --seconds 3", "pedal extra"})
+    EXPECT_EQ(cli(args).status, 2) << args;
 }
 
 }  // namespace
