@@ -50,6 +50,13 @@ TEST_F(FormatsCli, StlExportWithFieldsMatchesTheLibrary) {
   EXPECT_NE(file.find("Title: script\x0A"), std::string::npos);
 }
 
+TEST_F(FormatsCli, StlExportWritesTheFirstCueInAsTcf) {
+  std::ofstream(dir + "/first.txt") << "SUB[0 N 00:00:01:00>00:00:02:00]\nOne\n\nSUB[0 N 00:00:03:00>00:00:04:00]\nTwo\n\nSUB[\n";
+  CliRun r = cli(dir, "export stl " + dir + "/first.txt -o " + dir + "/first.stl");
+  ASSERT_EQ(r.code, 0) << r.err;
+  EXPECT_EQ(readFile(dir + "/first.stl").substr(264, 8), "00000100");
+}
+
 TEST_F(FormatsCli, MessagesAndExitCodes) {
   CliRun r = cli(dir, "export stl " + dir + "/script.txt -o " + dir + "/out.txt");
   EXPECT_EQ(r.code, 1);

@@ -212,6 +212,50 @@ TEST(StlExport, PropertiesAreAddedOnceAndFillTheNextExport) {
   EXPECT_EQ(*t.docs.customProperty(u"TET"), u"A title longer than thirty-two c");
 }
 
+// TCF is the first cue-in above zero, in the form and in the header.
+TEST(StlExport, TcFirstInCueIsTheFirstNonZeroCueIn) {
+  const struct {
+    const char16_t* script;
+    const char16_t* shown;
+    const char* field;
+  } cases[] = {
+      {kSampleScript, u"10:00:01:00", "10000100"},
+      {u"SUB[0 N 00:00:00:00>00:00:01:00]\nAt zero\n\nSUB[0 N 00:00:02:05>00:00:04:00]\nNext\n\nSUB[\n", u"00:00:02:05",
+       "00000205"},
+  };
+  for (const auto& c : cases) {
+    FormatsStation t;
+    t.open(c.script);
+    FormaSTL form;
+    const std::string path = tempDir("stl-tcf") + "/f.stl";
+    t.ui.savePaths.push_back(path);
+    ASSERT_TRUE(mnuSubEbu(t.st, form));
+    EXPECT_EQ(form["TextTCF"], c.shown);
+    commandProximoSTL(t.st, form);
+    EXPECT_EQ(readFile(path).substr(264, 8), c.field);
+  }
+}
+
+TEST(StlExport, CombosStartFromTheirDefaultsAtEveryShow) {
+  FormatsStation t;
+  t.open(kSampleScript);
+  FormaSTL form;
+  const char* combos[] = {"ComboCPN", "ComboDFC", "ComboDSC", "ComboCCT", "ComboLC", "ComboCO", "ComboTCS"};
+  const std::string dir = tempDir("stl-combos");
+  t.ui.savePaths.push_back(dir + "/a.stl");
+  ASSERT_TRUE(mnuSubEbu(t.st, form));
+  for (const char* c : combos) {
+    const FormControl& combo = *form.find(c);
+    form[c] = combo.list.front() != combo.defaultText ? combo.list.front() : combo.list.back();
+  }
+  form["TextTNG"] = u"7";
+  commandProximoSTL(t.st, form);
+  t.ui.savePaths.push_back(dir + "/b.stl");
+  ASSERT_TRUE(mnuSubEbu(t.st, form));
+  for (const char* c : combos) EXPECT_EQ(form[c], form.find(c)->defaultText) << c;
+  EXPECT_EQ(form["TextTNG"], u"7");  // the boxes the export does not fill keep what was typed
+}
+
 TEST(StlImport, RoundTripOfTheSampleScript) {
   FormatsStation t;
   t.open(kSampleScript);
