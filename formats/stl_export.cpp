@@ -202,6 +202,10 @@ bool mnuSubEbu(Station& st, FormaSTL& form) {
   // the extension message) must not swallow the next export.
   form.show();
   form.cancelarSTL = false;
+  // The combos are never filled from the document: each export starts them
+  // from their defaults, whatever the last one chose.
+  for (const char* combo : {"ComboCPN", "ComboDFC", "ComboDSC", "ComboCCT", "ComboLC", "ComboCO", "ComboTCS"})
+    form[combo] = form.find(combo)->defaultText;
   fillFormaSTL(st, form);
   st.ui.setPointer(Pointer::Default);
   form.commandCaption = u"OK";
