@@ -16,7 +16,7 @@ class FormSUB : public FormModel {
   bool cancelarSUB = false;
 
  private:
-  static u16 cp1252Sample();
+  static u16 formatSample();
 };
 
 // `mnu_sub_sub`: the export frame, then the form shown.

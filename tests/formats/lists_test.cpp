@@ -138,6 +138,10 @@ TEST(SubListExport, SampleScriptMatchesGoldenFile) {
   EXPECT_NE(file.find("}First plain\r\n[?Second? costs 5$\r\n"), std::string::npos);
 }
 
+TEST(SubListExport, FormatSampleShowsTheCodePageLetters) {
+  EXPECT_EQ(FormSUB()["TextFORMATSAMPLE"], u" \u00c5\u00e5\u00c9\u00e9\u00cc\u00ec\u00d5\u00f5\u00db\u00fb\u00ff*");
+}
+
 TEST(SubListExport, NoExtensionCheckAndOneSubtitle) {
   FormatsStation t;
   t.open(u"SUB[2 I 00:00:01:00>00:00:02:05]\n\u00c1rbol \u00e2me\nl\u00ednea dos\n\nSUB[\n");
