@@ -91,22 +91,19 @@ std::string sccWithPaintOn(Station& st) {
   });
 }
 
-bool writeSccFile(Station& st, const std::string& path) {
+WriteResult writeSccFile(Station& st, const std::string& path) {
   st.ui.setPointer(Pointer::Hourglass);
   const std::string file = sccText(st);
-  // A failed write passes over without a box, as every export's does; the
-  // file that stood there is left as it was.
-  bool ok = writeFileAtomically(path, file);
   st.ui.setPointer(Pointer::Default);
-  return ok;
+  return writeFileTelling(st.ui, path, file);
 }
 
-bool mnu_cc_scc(Station& st) {
-  if (!scanCaptions(st, 0)) return false;
+WriteResult mnu_cc_scc(Station& st) {
+  if (!scanCaptions(st, 0)) return {};
   auto path = chooseCaptionFile(st, {u"Create Scenarist DVD Closed Caption file (*.scc)",
                                      u"Scenarist DVD closed caption files (*.scc)|*.scc", u".scc",
                                      u"Create .scc file"});
-  if (!path) return false;
+  if (!path) return {};
   return writeSccFile(st, *path);
 }
 

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/atomic_file.h"
 #include "core/station.h"
 
 namespace quillon {
@@ -18,11 +19,11 @@ std::string sccText(Station& st);
 // itself. Nothing in the station calls it.
 std::string sccWithPaintOn(Station& st);
 
-// `mnu_cc_scc`: scans the captions, asks for the file and writes it. True
-// when a file was written.
-bool mnu_cc_scc(Station& st);
+// `mnu_cc_scc`: scans the captions, asks for the file and writes it.
+// Written when it did; a failed write has shown its box.
+WriteResult mnu_cc_scc(Station& st);
 // The same with the file already chosen, for callers that ask for it
 // themselves; the scan has run.
-bool writeSccFile(Station& st, const std::string& path);
+WriteResult writeSccFile(Station& st, const std::string& path);
 
 }  // namespace quillon

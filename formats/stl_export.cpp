@@ -256,20 +256,20 @@ void fillFormaSTL(Station& st, FormaSTL& form) {
   form.progressMax = st.s.scan.count() + 1;
 }
 
-bool commandProximoSTL(Station& st, FormaSTL& form) {
+WriteResult commandProximoSTL(Station& st, FormaSTL& form) {
   if (form.commandCaption == u"OK") {
     form.commandCaption = u"Cancel";
     return generateSTL(st, form);
   }
   form.cancelarSTL = true;
   form.hide();
-  return false;
+  return {};
 }
 
-bool generateSTL(Station& st, FormaSTL& f) {
+WriteResult generateSTL(Station& st, FormaSTL& f) {
   if (!nameContains(st.s.g_stlFileName, u".stl")) {
     msgBox(st.ui, u"Error: Wrong subtitle file extension");
-    return false;
+    return {};
   }
   std::string& b = f.strarchivo;
   b.clear();
@@ -322,11 +322,11 @@ bool generateSTL(Station& st, FormaSTL& f) {
 
   llenarTTI(st, f);
   f.progressValue = 0;
-  bool written = false;
+  WriteResult written;
   if (!f.cancelarSTL) {
     std::string file = b.size() >= 2 ? b.substr(0, b.size() - 2) : std::string();
     file += "\r\n";
-    written = writeFileAtomically(toUtf8(st.s.g_stlFileName), file);
+    written = writeFileTelling(st.ui, toUtf8(st.s.g_stlFileName), file);
   } else {
     f.cancelarSTL = false;
   }

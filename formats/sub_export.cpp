@@ -76,17 +76,17 @@ bool mnuSubSub(Station& st, FormSUB& form) {
   return true;
 }
 
-bool commandProximoSUB(Station& st, FormSUB& form) {
+WriteResult commandProximoSUB(Station& st, FormSUB& form) {
   if (form.commandCaption == u"OK") {
     form.commandCaption = u"Cancel";
     return generateSUB(st, form);
   }
   form.cancelarSUB = true;
   form.hide();
-  return false;
+  return {};
 }
 
-bool generateSUB(Station& st, FormSUB& f) {
+WriteResult generateSUB(Station& st, FormSUB& f) {
   std::string& b = f.strarchivoSUB;
   b = std::string("*PART 1*") + kCRLF + "00:00:00.00\\00:00:00.00" + kCRLF;
   llenarSUB(st, f);
@@ -95,9 +95,9 @@ bool generateSUB(Station& st, FormSUB& f) {
     if (!f[section].empty()) b += ansiToAscii(f[section]) + kCRLF;
   }
   f.progressValue = 0;
-  bool written = false;
+  WriteResult written;
   if (!f.cancelarSUB) {
-    written = writeFileAtomically(toUtf8(st.s.g_SUBFileName), b + kCRLF);
+    written = writeFileTelling(st.ui, toUtf8(st.s.g_SUBFileName), b + kCRLF);
     b.clear();
   } else {
     f.cancelarSUB = false;

@@ -15,7 +15,7 @@ using testing::tempDir;
 
 template <typename Form, typename Edit>
 std::string runExport(FormatsStation& t, const std::string& path, bool (*handler)(Station&, Form&),
-                      bool (*press)(Station&, Form&), Edit edit) {
+                      WriteResult (*press)(Station&, Form&), Edit edit) {
   Form form;
   t.ui.savePaths.push_back(path);
   if (!handler(t.st, form)) return {};
