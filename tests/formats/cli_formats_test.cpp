@@ -57,6 +57,17 @@ TEST_F(FormatsCli, StlExportWritesTheFirstCueInAsTcf) {
   EXPECT_EQ(readFile(dir + "/first.stl").substr(264, 8), "00000100");
 }
 
+// A file of another kind: status 1 with the box's words, and no script written.
+TEST_F(FormatsCli, ImportOfAFileOfAnotherKindStopsWithItsName) {
+  std::ofstream(dir + "/letter.txt") << "Dear operator,\nthis is a letter.\n\nIt ends here.\n\n";
+  for (const char* format : {"stl", "srt", "subl", "dos850"}) {
+    CliRun r = cli(dir, std::string("import ") + format + " " + dir + "/letter.txt -o " + dir + "/out.txt");
+    EXPECT_EQ(r.code, 1) << format << r.err;
+    EXPECT_EQ(r.err.rfind("QUILLON: Error: " + dir + "/letter.txt is not ", 0), 0u) << format << r.err;
+    EXPECT_FALSE(std::filesystem::exists(dir + "/out.txt")) << format;
+  }
+}
+
 TEST_F(FormatsCli, MessagesAndExitCodes) {
   CliRun r = cli(dir, "export stl " + dir + "/script.txt -o " + dir + "/out.txt");
   EXPECT_EQ(r.code, 1);

@@ -110,6 +110,37 @@ TEST(DotSubImport, FormatErrors) {
   EXPECT_EQ(u.ui.lastBox().text, u"Format error 002");
 }
 
+// A file in which not one entry has the format's timing is named in a box,
+// and no new document is opened for it.
+TEST(LineImports, AFileOfAnotherKindIsNamedAndOpensNoDocument) {
+  const std::string prose = "Dear operator,\r\nthis is a letter.\r\n\r\nIt has paragraphs.\r\n\r\nAnd an end.\r\n\r\n";
+  const std::string srt = "1\r\n00:00:01,000 --> 00:00:02,000\r\nOne\r\n\r\n2\r\n00:00:03,000 --> 00:00:04,000\r\nTwo\r\n\r\n";
+  const struct {
+    bool (*handler)(Station&);
+    const char* name;
+    std::string bytes;
+    const char16_t* what;
+  } cases[] = {
+      {mnuSubImpSRT, "prose.srt", prose, u" is not an SRT file.\rExpected numbered blocks of a time line such as "
+                                         u"00:00:01,000 --> 00:00:02,500, the text lines and an empty line."},
+      {mnuSubImpSRT, "empty.srt", "", u" is not an SRT file.\r"},
+      {mnuSubImpSUBL, "srt.sub", srt, u" is not a {SUB} subtitle list.\r"},
+      {mnuSubImp850, "prose.txt", prose, u" is not a DOS 850 subtitle list.\r"},
+      {mnuSubImpSUB, "none.sub", "*PART 1*\r\n00:00:00.00\\00:00:00.00\r\n*End*\r\n", u" is not a .SUB subtitle list.\r"},
+  };
+  for (const auto& c : cases) {
+    FormatsStation t;
+    const std::string path = write(c.name, c.bytes);
+    t.open(u"");
+    t.ui.openPaths.push_back(path);
+    EXPECT_FALSE(c.handler(t.st)) << c.name;
+    EXPECT_EQ(t.docs.documents().size(), 1u) << c.name;
+    ASSERT_EQ(t.ui.boxes.size(), 1u) << c.name;
+    EXPECT_EQ(t.ui.lastBox().text.rfind(u"Error: " + fromUtf8(path) + c.what, 0), 0u) << toUtf8(t.ui.lastBox().text);
+    EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
+  }
+}
+
 TEST(DotSubImport, OwnExportReadsOnIntoTheTrailer) {
   FormatsStation t;
   t.open(u"SUB[9 N 00:00:01:00>00:00:02:00]\nTop\n\nSUB[\n");

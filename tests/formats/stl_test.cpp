@@ -278,6 +278,26 @@ TEST(StlImport, RoundTripOfTheSampleScript) {
       u"SUB[8LN 10:00:17:00>10:00:19:00]\nMark two, \u00c0 la carte\n\n\n"));
 }
 
+// Too short for the header, or a header whose disk format code is not
+// STL, a rate and .01: named in a box, and no new document.
+TEST(StlImport, AFileThatIsNotEbuStlIsNamed) {
+  std::string other(2048, ' ');
+  other.replace(3, 8, "STL25.02");
+  for (const std::string& bytes : {std::string("1\r\n00:00:01,000 --> 00:00:02,000\r\nOne\r\n\r\n"), other}) {
+    FormatsStation t;
+    const std::string path = tempDir("stl-not") + "/not.stl";
+    std::ofstream(path, std::ios::binary) << bytes;
+    t.open(u"");
+    t.ui.openPaths.push_back(path);
+    EXPECT_FALSE(mnuSubImpEBU(t.st));
+    EXPECT_EQ(t.docs.documents().size(), 1u);
+    ASSERT_EQ(t.ui.boxes.size(), 1u);
+    EXPECT_EQ(t.ui.lastBox().text, u"Error: " + fromUtf8(path) +
+                                       u" is not an EBU STL file.\rExpected a header of 1024 bytes whose disk format "
+                                       u"code is STL, the frame rate and .01, as in STL25.01.");
+  }
+}
+
 TEST(StlImport, OtherBlocksAreSkippedAndRateFollowsDfc) {
   std::string image(1024, ' ');
   image.replace(3, 8, "STL30.01");
