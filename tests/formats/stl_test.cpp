@@ -212,48 +212,25 @@ TEST(StlExport, PropertiesAreAddedOnceAndFillTheNextExport) {
   EXPECT_EQ(*t.docs.customProperty(u"TET"), u"A title longer than thirty-two c");
 }
 
-// TCF is the first cue-in above zero, in the form and in the header.
-TEST(StlExport, TcFirstInCueIsTheFirstNonZeroCueIn) {
-  const struct {
-    const char16_t* script;
-    const char16_t* shown;
-    const char* field;
-  } cases[] = {
-      {kSampleScript, u"10:00:01:00", "10000100"},
-      {u"SUB[0 N 00:00:00:00>00:00:01:00]\nAt zero\n\nSUB[0 N 00:00:02:05>00:00:04:00]\nNext\n\nSUB[\n", u"00:00:02:05",
-       "00000205"},
-  };
-  for (const auto& c : cases) {
-    FormatsStation t;
-    t.open(c.script);
-    FormaSTL form;
-    const std::string path = tempDir("stl-tcf") + "/f.stl";
+// At each show TCF is the first cue-in above zero, in the form and the
+// header, and the combos are back at their defaults whatever the last chose.
+TEST(StlExport, EachShowFillsTcfAndStartsTheCombosFromTheirDefaults) {
+  FormatsStation t;
+  t.open(u"SUB[0 N 00:00:00:00>00:00:01:00]\nAt zero\n\nSUB[0 N 00:00:02:05>00:00:04:00]\nNext\n\nSUB[\n");
+  FormaSTL form;
+  for (const char* name : {"a.stl", "b.stl"}) {
+    const std::string path = tempDir("stl-show") + "/" + name;
     t.ui.savePaths.push_back(path);
     ASSERT_TRUE(mnuSubEbu(t.st, form));
-    EXPECT_EQ(form["TextTCF"], c.shown);
+    EXPECT_EQ(form["TextTCF"], u"00:00:02:05");
+    for (const char* c : {"ComboCPN", "ComboDFC", "ComboDSC", "ComboCCT", "ComboLC", "ComboCO", "ComboTCS"}) {
+      const FormControl& combo = *form.find(c);
+      EXPECT_EQ(combo.text, combo.defaultText) << c;
+      form[c] = combo.list.front() != combo.defaultText ? combo.list.front() : combo.list.back();
+    }
     commandProximoSTL(t.st, form);
-    EXPECT_EQ(readFile(path).substr(264, 8), c.field);
+    EXPECT_EQ(readFile(path).substr(264, 8), "00000205");
   }
-}
-
-TEST(StlExport, CombosStartFromTheirDefaultsAtEveryShow) {
-  FormatsStation t;
-  t.open(kSampleScript);
-  FormaSTL form;
-  const char* combos[] = {"ComboCPN", "ComboDFC", "ComboDSC", "ComboCCT", "ComboLC", "ComboCO", "ComboTCS"};
-  const std::string dir = tempDir("stl-combos");
-  t.ui.savePaths.push_back(dir + "/a.stl");
-  ASSERT_TRUE(mnuSubEbu(t.st, form));
-  for (const char* c : combos) {
-    const FormControl& combo = *form.find(c);
-    form[c] = combo.list.front() != combo.defaultText ? combo.list.front() : combo.list.back();
-  }
-  form["TextTNG"] = u"7";
-  commandProximoSTL(t.st, form);
-  t.ui.savePaths.push_back(dir + "/b.stl");
-  ASSERT_TRUE(mnuSubEbu(t.st, form));
-  for (const char* c : combos) EXPECT_EQ(form[c], form.find(c)->defaultText) << c;
-  EXPECT_EQ(form["TextTNG"], u"7");  // the boxes the export does not fill keep what was typed
 }
 
 TEST(StlImport, RoundTripOfTheSampleScript) {
@@ -276,26 +253,6 @@ TEST(StlImport, RoundTripOfTheSampleScript) {
       u"SUB[7 N 10:00:11:00>10:00:13:00]\nFirst plain\n<\u201cSecond\u201d costs 5$>\n\n"
       u"SUB[3 N 10:00:14:00>10:00:16:00]\n<Mark one, one line\n\n"
       u"SUB[8LN 10:00:17:00>10:00:19:00]\nMark two, \u00c0 la carte\n\n\n"));
-}
-
-// Too short for the header, or a header whose disk format code is not
-// STL, a rate and .01: named in a box, and no new document.
-TEST(StlImport, AFileThatIsNotEbuStlIsNamed) {
-  std::string other(2048, ' ');
-  other.replace(3, 8, "STL25.02");
-  for (const std::string& bytes : {std::string("1\r\n00:00:01,000 --> 00:00:02,000\r\nOne\r\n\r\n"), other}) {
-    FormatsStation t;
-    const std::string path = tempDir("stl-not") + "/not.stl";
-    std::ofstream(path, std::ios::binary) << bytes;
-    t.open(u"");
-    t.ui.openPaths.push_back(path);
-    EXPECT_FALSE(mnuSubImpEBU(t.st));
-    EXPECT_EQ(t.docs.documents().size(), 1u);
-    ASSERT_EQ(t.ui.boxes.size(), 1u);
-    EXPECT_EQ(t.ui.lastBox().text, u"Error: " + fromUtf8(path) +
-                                       u" is not an EBU STL file.\rExpected a header of 1024 bytes whose disk format "
-                                       u"code is STL, the frame rate and .01, as in STL25.01.");
-  }
 }
 
 TEST(StlImport, OtherBlocksAreSkippedAndRateFollowsDfc) {
