@@ -1,7 +1,6 @@
 #include "subtitling/statistics.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "core/timecode.h"
 #include "script/document_ops.h"
