@@ -83,16 +83,6 @@ TEST(CliScan, AFaultBoxGoesToStandardErrorAndExitsOne) {
   EXPECT_EQ(r.err, "QUILLON: Header format error in :\n\nSUB[0 N 00:00:01:00x00:00:02:00]\nO...\n\n\n");
 }
 
-TEST(CliScan, CaptionsAndSettingsFile) {
-  std::string path = writeScript("c.txt", "CAP[0NC 00:00:01:00>00:00:02:00]\nHELLO\n\n");
-  CliRun r = cli("scan --captions " + path);
-  EXPECT_EQ(r.status, 0);
-  EXPECT_EQ(r.out, "1\t00:00:01:00\t00:00:02:00\t0\tC\tN\tS\t\tHELLO||\n");
-  std::string settings = writeScript("defaults.dat", "FRTFFFTTFFFFFTFT1400250032051" "0.25" "01.00" "06.00" "0.30\n");
-  EXPECT_EQ(cli("scan --settings " + settings + " " + path + " --captions").status, 0);
-  EXPECT_EQ(cli("scan --settings /nonexistent/defaults.dat " + path).status, 2);
-}
-
 // Late captions are warnings on standard output; a broken caption rule is a
 // box and status 1.
 TEST(CliCheck, CaptionsReportWhatAnSccEncoderPlaysLate) {
@@ -106,6 +96,16 @@ TEST(CliCheck, CaptionsReportWhatAnSccEncoderPlaysLate) {
   r = cli("check --captions " + writeScript("short.txt", "CAP[0NC 00:00:10:00>00:00:10:10]\nHi!\n\n"));
   EXPECT_EQ(r.status, 1);
   EXPECT_EQ(r.out, "checked 0 captions: 1 box\n");
+}
+
+TEST(CliScan, CaptionsAndSettingsFile) {
+  std::string path = writeScript("c.txt", "CAP[0NC 00:00:01:00>00:00:02:00]\nHELLO\n\n");
+  CliRun r = cli("scan --captions " + path);
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(r.out, "1\t00:00:01:00\t00:00:02:00\t0\tC\tN\tS\t\tHELLO||\n");
+  std::string settings = writeScript("defaults.dat", "FRTFFFTTFFFFFTFT1400250032051" "0.25" "01.00" "06.00" "0.30\n");
+  EXPECT_EQ(cli("scan --settings " + settings + " " + path + " --captions").status, 0);
+  EXPECT_EQ(cli("scan --settings /nonexistent/defaults.dat " + path).status, 2);
 }
 
 }  // namespace
