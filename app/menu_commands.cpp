@@ -158,6 +158,7 @@ std::map<std::string, MenuCommand, std::less<>> buildCommands() {
   add("mnu_dub_opc_switch", toggle("mnu_dub_opc_switch", &Session::switchToWordProcessor));
   add("mnu_dub_opc_chr", toggle("mnu_dub_opc_chr", &Session::characterWindow));
   add("mnu_dub_opc_dia", toggle("mnu_dub_opc_dia", &Session::dub_dialogos));
+  add("mnu_dub_opc_sim", mnu_dub_opc_sim);
 
   // Closed captions
   add("mnu_cc_temp", mnu_cc_temp);

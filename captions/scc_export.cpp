@@ -3,6 +3,7 @@
 #include "captions/caption_file_dialog.h"
 #include "captions/caption_layout.h"
 #include "captions/cea608.h"
+#include "captions/scc_preflight.h"
 #include "core/atomic_file.h"
 #include "core/timecode.h"
 #include "script/tag_grammar.h"
@@ -13,12 +14,24 @@ namespace {
 
 const char kCrLf[] = "\r\n";
 
-void addLine(std::string& file, const u16& tc, const std::string& words) {
-  file += toUtf8(tc);
-  file += '\t';
-  file += words;
+using Lines = std::vector<SccLine>;
+
+void addLine(Lines& lines, const u16& tc, const std::string& words, int caption = 0) {
+  lines.push_back({tc, words, caption});
+}
+
+std::string fileText(const Lines& lines) {
+  std::string file = "Scenarist_SCC V1.0";
   file += kCrLf;
   file += kCrLf;
+  for (const SccLine& l : lines) {
+    file += toUtf8(l.timecode);
+    file += '\t';
+    file += l.words;
+    file += kCrLf;
+    file += kCrLf;
+  }
+  return file;
 }
 
 // The PAC, the italics code when the caption is italic, and the characters
@@ -42,71 +55,69 @@ void showProgress(Station& st, int i) {
   st.ui.pumpEvents();
 }
 
-// What both layouts share: the header, the caption blocks in order with the
-// progress shown, and the closing clear. addCaption(file, index, block,
-// first, lastOut) writes one block, told whether it is the first and when the
-// one before it went off.
+// What both layouts share: the caption blocks in order, with the progress
+// shown when asked, and the closing clear. addCaption(lines, index, block,
+// first, lastOut) adds one block's lines, told whether it is the first and
+// when the one before it went off.
 template <class AddCaption>
-std::string sccFile(Station& st, AddCaption addCaption) {
+Lines sccFileLines(Station& st, bool progress, AddCaption addCaption) {
   const ScanTable& t = st.s.scan;
-  st.view.panel(3).text = u"Exporting CC...";
-  std::string file = "Scenarist_SCC V1.0";
-  file += kCrLf;
-  file += kCrLf;
+  if (progress) st.view.panel(3).text = u"Exporting CC...";
+  Lines lines;
   bool first = true;
   double lastOut = 0;
   for (int i = 1; i <= t.count(); ++i) {
     if (!t.isSubtitle[i]) continue;
     const CaptionBlock b = captionBlock(st, i);
-    addCaption(file, i, b, first, lastOut);
+    addCaption(lines, i, b, first, lastOut);
     first = false;
     lastOut = b.out;
-    showProgress(st, i);
+    if (progress) showProgress(st, i);
   }
-  addLine(file, SEGaTC(t.cueOut[t.count()], st.fps()), "942c");
-  st.view.panel(3).text.clear();
-  return file;
+  addLine(lines, SEGaTC(t.cueOut[t.count()], st.fps()), "942c");
+  if (progress) st.view.panel(3).text.clear();
+  return lines;
 }
 
 }  // namespace
 
-std::string sccText(Station& st) {
+std::vector<SccLine> sccLines(Station& st, bool progress) {
   const int fps = st.fps();
-  return sccFile(st, [&](std::string& file, int i, const CaptionBlock& b, bool first, double lastOut) {
+  return sccFileLines(st, progress, [&](Lines& lines, int i, const CaptionBlock& b, bool first, double lastOut) {
     if (first)
-      addLine(file, SEGaTC(b.in - 5.0, fps), "942c");
+      addLine(lines, SEGaTC(b.in - 5.0, fps), "942c");
     else if (lastOut + 1.0 < b.in)
-      addLine(file, SEGaTC(lastOut, fps), "942c");
+      addLine(lines, SEGaTC(lastOut, fps), "942c");
     // One frame of lead for each character of the longest row.
     const double lead = FRAMESaSEG(static_cast<int16_t>(b.longest), fps);
-    addLine(file, SEGaTC(b.in - lead, fps), "9420 " + rowWords(st, i, b));
+    addLine(lines, SEGaTC(b.in - lead, fps), "9420 " + rowWords(st, i, b), i);
   });
 }
+
+std::string sccText(Station& st) { return fileText(sccLines(st, true)); }
 
 std::string sccWithPaintOn(Station& st) {
   const int fps = st.fps();
-  return sccFile(st, [&](std::string& file, int i, const CaptionBlock& b, bool first, double lastOut) {
-    if (!first && lastOut + 0.2 < b.in) addLine(file, SEGaTC(lastOut, fps), "942c");
-    addLine(file, SEGaTC(b.in, fps), (first ? "942C  9429 " : "9420 ") + rowWords(st, i, b));
-  });
+  return fileText(sccFileLines(st, true, [&](Lines& lines, int i, const CaptionBlock& b, bool first, double lastOut) {
+    if (!first && lastOut + 0.2 < b.in) addLine(lines, SEGaTC(lastOut, fps), "942c");
+    addLine(lines, SEGaTC(b.in, fps), (first ? "942C  9429 " : "9420 ") + rowWords(st, i, b), i);
+  }));
 }
 
-bool writeSccFile(Station& st, const std::string& path) {
+WriteResult writeSccFile(Station& st, const std::string& path) {
   st.ui.setPointer(Pointer::Hourglass);
   const std::string file = sccText(st);
-  // A failed write passes over without a box, as every export's does; the
-  // file that stood there is left as it was.
-  bool ok = writeFileAtomically(path, file);
   st.ui.setPointer(Pointer::Default);
-  return ok;
+  return writeFileTelling(st.ui, path, file);
 }
 
-bool mnu_cc_scc(Station& st) {
-  if (!scanCaptions(st, 0)) return false;
+WriteResult mnu_cc_scc(Station& st) {
+  if (!scanCaptions(st, 0)) return {};
+  warnLateSccCaptions(st);
   auto path = chooseCaptionFile(st, {u"Create Scenarist DVD Closed Caption file (*.scc)",
                                      u"Scenarist DVD closed caption files (*.scc)|*.scc", u".scc",
                                      u"Create .scc file"});
-  if (!path) return false;
+  if (!path) return {};
   return writeSccFile(st, *path);
 }
 

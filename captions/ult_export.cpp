@@ -118,14 +118,14 @@ bool mnu_cc_ult(Station& st, FormCCult& form) {
   return true;
 }
 
-bool formCCultProximo(Station& st, FormCCult& form) {
+WriteResult formCCultProximo(Station& st, FormCCult& form) {
   if (form.commandProximoCaption != u"OK") {
     form.cancelRequested = true;
-    return false;
+    return {};
   }
   form.commandProximoCaption = u"Cancel";
   form.cancelRequested = false;
-  bool written = false;
+  WriteResult written;
   const std::string path = toUtf8(st.s.g_ULTFileName);
   if (instr(st.s.g_ULTFileName, u".ult") > 0) {
     // The form's text is the record buffer for this run only; the operator's
@@ -144,8 +144,9 @@ bool formCCultProximo(Station& st, FormCCult& form) {
       cancelled = form.cancelRequested;
     }
     // A stopped export leaves the file empty, as a half-written one would be
-    // cut back to nothing. A failed write passes over without a box.
-    written = writeFileAtomically(path, cancelled ? std::string() : bytes) && !cancelled;
+    // cut back to nothing.
+    written = writeFileTelling(st.ui, path, cancelled ? std::string() : bytes);
+    if (cancelled) written.written = false;
   } else {
     msgBox(st.ui, u"Error: Wrong closed caption file extension");
   }

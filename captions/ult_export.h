@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/atomic_file.h"
 #include "core/station.h"
 
 namespace quillon {
@@ -46,7 +47,8 @@ std::string llenarULT(Station& st, std::string& programInfo);
 // g_ULTFileName) and shows the form. False when it stopped before the form.
 bool mnu_cc_ult(Station& st, FormCCult& form);
 // The form's `CommandProximo`: with "OK" it writes the file, with "Cancel"
-// (pressed while writing) it stops the writing. True when a file was written.
-bool formCCultProximo(Station& st, FormCCult& form);
+// (pressed while writing) it stops the writing. Written when a file was
+// written; a failed write has shown its box.
+WriteResult formCCultProximo(Station& st, FormCCult& form);
 
 }  // namespace quillon

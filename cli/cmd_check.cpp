@@ -1,6 +1,8 @@
-// quillon-cli check: the subtitle rule checks over the whole script.
+// quillon-cli check: the subtitle rule checks over the whole script, or the
+// caption checks and the SCC timing of the captions.
 #include <ostream>
 
+#include "captions/scc_preflight.h"
 #include "cli/command.h"
 #include "script/tag_grammar.h"
 
@@ -9,22 +11,31 @@ namespace quillon::cli {
 namespace {
 
 int runCheck(Invocation& inv) {
+  const bool captions = inv.takeFlag("--captions");
   std::string error;
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
   if (inv.args.size() != 1) return inv.fail("check wants one SCRIPT (see check --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   Station& st = inv.st;
   st.s.checksDisabled = false;
-  const bool ok = scanSubtitles(st, 0);
+  const bool ok = captions ? scanCaptions(st, 0) : scanSubtitles(st, 0);
   const int boxes = inv.ui.boxesShown;
-  inv.out << "checked " << (ok ? st.s.scan.count() : 0) << " entries: "
-          << (boxes == 0 ? std::string("no rule broken") : std::to_string(boxes) + (boxes == 1 ? " box" : " boxes"))
-          << '\n';
+  // Late captions are warnings: they do not make the check fail.
+  const std::vector<LateCaption> late = captions && ok ? lateSccCaptions(st) : std::vector<LateCaption>{};
+  for (const LateCaption& c : late)
+    inv.out << "warning: caption at " << toUtf8(c.cueIn) << " comes on " << c.frames
+            << (c.frames == 1 ? " frame" : " frames") << " late on an SCC encoder\n";
+  inv.out << "checked " << (ok ? st.s.scan.count() : 0) << (captions ? " captions: " : " entries: ")
+          << (boxes == 0 ? std::string("no rule broken") : std::to_string(boxes) + (boxes == 1 ? " box" : " boxes"));
+  if (!late.empty()) inv.out << ", " << late.size() << " late on an SCC encoder";
+  inv.out << '\n';
   return boxes == 0 ? kExitOk : kExitStopped;
 }
 
-const CommandRegistrar reg({"check", "check [common options] SCRIPT",
+const CommandRegistrar reg({"check", "check [common options] [--captions] SCRIPT",
                             "Scan the script with the subtitle rule checks on; each broken rule prints its box.\n"
+                            "--captions: the caption checks, then a warning for each caption an SCC encoder,\n"
+                            "sending one word a frame, would show late.\n"
                             "Exit 0 when no box fired, 1 when any did (--answer no stops at the first).",
                             runCheck});
 

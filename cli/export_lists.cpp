@@ -12,7 +12,7 @@ namespace {
 
 template <typename Form>
 int runFormExport(Invocation& inv, bool withEncoding, bool (*handler)(Station&, Form&),
-                  bool (*press)(Station&, Form&), u16 Session::*fileName) {
+                  WriteResult (*press)(Station&, Form&)) {
   FormatArgs a;
   if (int rc = parseFormatArgs(inv, a, true, withEncoding)) return rc;
   Form form;
@@ -22,15 +22,14 @@ int runFormExport(Invocation& inv, bool withEncoding, bool (*handler)(Station&, 
   if (!handler(inv.st, form)) return inv.exitFor(false);
   applyFields(form, a);
   if constexpr (requires { form.encoding; }) form.encoding = a.encoding;
-  bool written = press(inv.st, form);
-  return exportExit(inv, written, toUtf8(inv.st.s.*fileName));
+  return exportExit(inv, press(inv.st, form));
 }
 
 int runDvdm(Invocation& inv) {
-  return runFormExport<FormDVDMaestro>(inv, true, mnuSubDvdm, commandProximoDVDM, &Session::g_DVDMFileName);
+  return runFormExport<FormDVDMaestro>(inv, true, mnuSubDvdm, commandProximoDVDM);
 }
-int runCpc(Invocation& inv) { return runFormExport<FormCPC>(inv, false, mnuSubCpc, commandProximoCPC, &Session::g_CPCFileName); }
-int runSub(Invocation& inv) { return runFormExport<FormSUB>(inv, false, mnuSubSub, commandProximoSUB, &Session::g_SUBFileName); }
+int runCpc(Invocation& inv) { return runFormExport<FormCPC>(inv, false, mnuSubCpc, commandProximoCPC); }
+int runSub(Invocation& inv) { return runFormExport<FormSUB>(inv, false, mnuSubSub, commandProximoSUB); }
 
 const ExportRegistrar dvdm({"dvdm",
                             "export dvdm [common options] [--encoding utf-8] [--field NAME=VALUE]... SCRIPT -o OUT.txt\n"

@@ -14,7 +14,9 @@ int runExportScc(Invocation& inv) {
   if (inv.args.size() != 1 || out.empty()) return inv.fail("export scc wants one SCRIPT and -o OUT.scc");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   inv.ui.savePaths.push_back(out);
-  return inv.exitFor(mnu_cc_scc(inv.st));
+  const WriteResult r = mnu_cc_scc(inv.st);
+  if (r.failed()) return inv.fail(r.message());
+  return inv.exitFor(r.written);
 }
 
 const ExportRegistrar reg({"scc", "export scc [common options] SCRIPT -o OUT.scc", runExportScc});

@@ -17,8 +17,7 @@ int runExportStl(Invocation& inv) {
   answerSaveDialog(inv, a);
   if (!mnuSubEbu(inv.st, form)) return inv.exitFor(false);
   applyFields(form, a);
-  bool written = commandProximoSTL(inv.st, form);
-  return exportExit(inv, written, toUtf8(inv.st.s.g_stlFileName));
+  return exportExit(inv, commandProximoSTL(inv.st, form));
 }
 
 const ExportRegistrar reg({"stl",

@@ -1,7 +1,5 @@
 #include "cli/export_support.h"
 
-#include <filesystem>
-
 #include "core/atomic_file.h"
 #include "script/document_files.h"
 
@@ -71,11 +69,9 @@ int saveActiveDocument(Invocation& inv, const std::string& path) {
   return 0;
 }
 
-int exportExit(Invocation& inv, bool written, const std::string& path) {
-  if (written) return kExitOk;
-  if (inv.ui.boxesShown > 0 || inv.ui.answeredNo) return kExitStopped;
-  std::error_code ec;
-  if (!std::filesystem::exists(path, ec)) return inv.fail("cannot write " + path);
+int exportExit(Invocation& inv, const WriteResult& result) {
+  if (result.written) return kExitOk;
+  if (result.failed()) return inv.fail(result.message());
   return kExitStopped;
 }
 

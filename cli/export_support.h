@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/command.h"
+#include "core/atomic_file.h"
 #include "formats/export_frame.h"
 #include "formats/form_model.h"
 
@@ -42,7 +43,8 @@ int beginFileImport(Invocation& inv, FormatArgs& a);
 // Saves the active document to `path`: 0, or 2 after the message.
 int saveActiveDocument(Invocation& inv, const std::string& path);
 
-// Exit code of an export that writes `path` itself.
-int exportExit(Invocation& inv, bool written, const std::string& path);
+// Exit code of an export that writes its file itself: 0 when written, 2
+// after "cannot write FILE: reason", 1 when it stopped at a box.
+int exportExit(Invocation& inv, const WriteResult& result);
 
 }  // namespace quillon::cli

@@ -8,13 +8,14 @@ namespace quillon::cli {
 
 namespace {
 
-int runFileExport(Invocation& inv, bool (*handler)(Station&, TextEncoding), u16 Session::*fileName) {
+int runFileExport(Invocation& inv, WriteResult (*handler)(Station&, TextEncoding)) {
   FormatArgs a;
   if (int rc = parseFormatArgs(inv, a, false, true)) return rc;
   if (!inv.loadScript(a.input)) return kExitUsage;
   answerSaveDialog(inv, a);
-  if (!handler(inv.st, a.encoding)) return inv.exitFor(false);
-  return exportExit(inv, true, toUtf8(inv.st.s.*fileName));
+  const WriteResult r = handler(inv.st, a.encoding);
+  if (!r.written && !r.failed()) return inv.exitFor(false);
+  return exportExit(inv, r);
 }
 
 int runDocumentExport(Invocation& inv, bool (*handler)(Station&)) {
@@ -25,9 +26,9 @@ int runDocumentExport(Invocation& inv, bool (*handler)(Station&)) {
   return saveActiveDocument(inv, a.output);
 }
 
-int runSami(Invocation& inv) { return runFileExport(inv, mnuSubSami, &Session::g_SAMIFileName); }
-int runSsa(Invocation& inv) { return runFileExport(inv, mnuSubSsa, &Session::g_SSAFileName); }
-int runSbv(Invocation& inv) { return runFileExport(inv, mnuSubSbv, &Session::g_SBVFileName); }
+int runSami(Invocation& inv) { return runFileExport(inv, mnuSubSami); }
+int runSsa(Invocation& inv) { return runFileExport(inv, mnuSubSsa); }
+int runSbv(Invocation& inv) { return runFileExport(inv, mnuSubSbv); }
 int runQt(Invocation& inv) { return runDocumentExport(inv, mnuSubQt); }
 int runUnitext(Invocation& inv) { return runDocumentExport(inv, mnuSubUnitext); }
 

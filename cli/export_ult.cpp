@@ -22,7 +22,9 @@ int runExportUlt(Invocation& inv) {
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   inv.ui.savePaths.push_back(out);
   if (!mnu_cc_ult(inv.st, form)) return inv.exitFor(false);
-  return inv.exitFor(formCCultProximo(inv.st, form));
+  const WriteResult r = formCCultProximo(inv.st, form);
+  if (r.failed()) return inv.fail(r.message());
+  return inv.exitFor(r.written);
 }
 
 const ExportRegistrar reg({"ult",

@@ -155,10 +155,5 @@ int main(int argc, char** argv) {
     s.noframes = s.g_fps * d;
     setVideoTimecodeWindow(s, inv.st.view, fromUtf8(tcWindow));
   }
-  int rc = spec->run(inv);
-  // A file the command could not write is a file error, whatever the
-  // command made of it, unless it has said so itself.
-  for (const std::string& failure : takeWriteFailures())
-    if (rc != kExitUsage) rc = inv.fail(failure);
-  return rc;
+  return spec->run(inv);
 }

@@ -7,45 +7,28 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "core/ui.h"
+
 namespace quillon {
 
 namespace {
 
-std::vector<std::string>& writeFailures() {
-  static std::vector<std::string> failures;
-  return failures;
+void setError(std::string* error, const std::string& what, const std::string& path, int err) {
+  if (error) *error = what + " " + path + ": " + std::strerror(err);
 }
 
-void setError(std::string* error, const std::string& what, const std::string& path, int err) {
-  std::string reason = what + " " + path + ": " + std::strerror(err);
-  // Only the latest few are kept: a window session may never ask for them.
-  if (what == "cannot write") {
-    auto& f = writeFailures();
-    if (f.size() >= 64) f.erase(f.begin());
-    f.push_back(reason);
-  }
-  if (error) *error = std::move(reason);
-}
+WriteResult failure(const std::string& path, int err) { return {false, path, std::strerror(err)}; }
 
 }  // namespace
 
-std::vector<std::string> takeWriteFailures() {
-  std::vector<std::string> out;
-  out.swap(writeFailures());
-  return out;
-}
-
-bool writeFileAtomically(const std::string& path, std::string_view bytes, std::string* error) {
+WriteResult writeFile(const std::string& path, std::string_view bytes) {
   std::string dir = ".";
   auto slash = path.rfind('/');
   if (slash != std::string::npos) dir = slash == 0 ? "/" : path.substr(0, slash);
   std::string base = slash == std::string::npos ? path : path.substr(slash + 1);
   std::string tmpl = dir + "/." + base + ".tmpXXXXXX";
   int fd = mkstemp(tmpl.data());
-  if (fd < 0) {
-    setError(error, "cannot write", path, errno);
-    return false;
-  }
+  if (fd < 0) return failure(path, errno);
   // Keep the permissions of a file being replaced; a new one gets the usual.
   struct stat st {};
   if (stat(path.c_str(), &st) == 0) {
@@ -64,8 +47,7 @@ bool writeFileAtomically(const std::string& path, std::string_view bytes, std::s
       int e = errno;
       ::close(fd);
       ::unlink(tmpl.c_str());
-      setError(error, "cannot write", path, e);
-      return false;
+      return failure(path, e);
     }
     p += n;
     left -= static_cast<size_t>(n);
@@ -73,16 +55,30 @@ bool writeFileAtomically(const std::string& path, std::string_view bytes, std::s
   if (::fsync(fd) != 0 || ::close(fd) != 0) {
     int e = errno;
     ::unlink(tmpl.c_str());
-    setError(error, "cannot write", path, e);
-    return false;
+    return failure(path, e);
   }
   if (::rename(tmpl.c_str(), path.c_str()) != 0) {
     int e = errno;
     ::unlink(tmpl.c_str());
-    setError(error, "cannot write", path, e);
-    return false;
+    return failure(path, e);
   }
-  return true;
+  return {true, path, {}};
+}
+
+bool writeFileAtomically(const std::string& path, std::string_view bytes, std::string* error) {
+  WriteResult r = writeFile(path, bytes);
+  if (r.failed() && error) *error = r.message();
+  return r.written;
+}
+
+void tellWriteFailure(UserInterface& ui, const WriteResult& result) {
+  critical(ui, u"Error: Cannot write " + fromUtf8(result.path) + u"\r" + fromUtf8(result.reason));
+}
+
+WriteResult writeFileTelling(UserInterface& ui, const std::string& path, std::string_view bytes) {
+  WriteResult r = writeFile(path, bytes);
+  if (r.failed()) tellWriteFailure(ui, r);
+  return r;
 }
 
 bool readWholeFile(const std::string& path, std::string& out, std::string* error, size_t maxBytes) {

@@ -5,18 +5,36 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace quillon {
 
-// False with a one-line reason in `error` when the file could not be written;
-// the target is then untouched.
+class UserInterface;
+
+// What became of the file a command set out to write. It travels back from
+// the writer to the command and on to its caller: the station has shown its
+// box, the command line prints `message()` and ends with status 2.
+struct WriteResult {
+  bool written = false;
+  std::string path;
+  // Why the write failed (the system's words); empty when the file was
+  // written or the command stopped before writing (a cancel, a message).
+  std::string reason;
+
+  bool failed() const { return !reason.empty(); }
+  // "cannot write PATH: reason"
+  std::string message() const { return "cannot write " + path + ": " + reason; }
+  explicit operator bool() const { return written; }
+};
+
+WriteResult writeFile(const std::string& path, std::string_view bytes);
+// The same as a flag, with `message()` in `error` on failure; the target is
+// then untouched.
 bool writeFileAtomically(const std::string& path, std::string_view bytes, std::string* error = nullptr);
 
-// The reasons of the writes that failed since the last call, oldest first.
-// The station's own boxes say nothing of a failed write; the command line
-// reports these after each command.
-std::vector<std::string> takeWriteFailures();
+// The operator's box for a failed write: the file and the reason.
+void tellWriteFailure(UserInterface& ui, const WriteResult& result);
+// writeFile, then the box when it failed: how every export writes its file.
+WriteResult writeFileTelling(UserInterface& ui, const std::string& path, std::string_view bytes);
 
 // Largest file read whole by default: far beyond any script or subtitle list,
 // small enough that a stray video or disk image is refused at once.

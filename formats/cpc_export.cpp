@@ -75,20 +75,20 @@ void fillFormCPC(Station& st, FormCPC& f) {
   fill("TextCONTACT", u"CONTACT", left(st.doc ? st.doc->userName() : u16(), 32));
 }
 
-bool commandProximoCPC(Station& st, FormCPC& form) {
+WriteResult commandProximoCPC(Station& st, FormCPC& form) {
   if (form.commandCaption == u"OK") {
     form.commandCaption = u"Cancel";
     return generateCPC(st, form);
   }
   form.cancelarCPC = true;
   form.hide();
-  return false;
+  return {};
 }
 
-bool generateCPC(Station& st, FormCPC& f) {
+WriteResult generateCPC(Station& st, FormCPC& f) {
   if (!nameContains(st.s.g_CPCFileName, u".txt")) {
     msgBox(st.ui, u"Error: Wrong subtitle file extension");
-    return false;
+    return {};
   }
   std::string& b = f.strarchivoCPC;
   b = "~" + ansiBytes(f["ComboVersion"]) + "~;UpperLower;PopOn;01;" + kCRLF;
@@ -105,9 +105,9 @@ bool generateCPC(Station& st, FormCPC& f) {
   }
   llenarCPC(st, f);
   f.progressValue = 0;
-  bool written = false;
+  WriteResult written;
   if (!f.cancelarCPC) {
-    written = writeFileAtomically(toUtf8(st.s.g_CPCFileName), b + kCRLF);
+    written = writeFileTelling(st.ui, toUtf8(st.s.g_CPCFileName), b + kCRLF);
     b.clear();
   } else {
     f.cancelarCPC = false;

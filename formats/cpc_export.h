@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/atomic_file.h"
 #include "core/station.h"
 #include "formats/form_model.h"
 
@@ -19,9 +20,10 @@ class FormCPC : public FormModel {
 // `mnu_sub_cpc`: the export frame, then the form filled and shown.
 bool mnuSubCpc(Station& st, FormCPC& form);
 void fillFormCPC(Station& st, FormCPC& form);
-// `CommandProximo`; true when this press wrote the file.
-bool commandProximoCPC(Station& st, FormCPC& form);
-bool generateCPC(Station& st, FormCPC& form);
+// `CommandProximo`; written when this press wrote the file, failed after
+// the operator was told.
+WriteResult commandProximoCPC(Station& st, FormCPC& form);
+WriteResult generateCPC(Station& st, FormCPC& form);
 void llenarCPC(Station& st, FormCPC& form);
 // "0C", the row letter of the position ("E" for one line at position 0,
 // otherwise the `Text_vpos` box of the digit), and the style mark.

@@ -73,21 +73,21 @@ bool mnuSubDvdm(Station& st, FormDVDMaestro& form) {
   return true;
 }
 
-bool commandProximoDVDM(Station& st, FormDVDMaestro& form) {
+WriteResult commandProximoDVDM(Station& st, FormDVDMaestro& form) {
   if (form.commandCaption == u"OK") {
     form.commandCaption = u"Cancel";
     return generateDVDM(st, form);
   }
   form.cancelarDVDM = true;
   form.hide();
-  return false;
+  return {};
 }
 
-bool generateDVDM(Station& st, FormDVDMaestro& f) {
+WriteResult generateDVDM(Station& st, FormDVDMaestro& f) {
   if (!nameContains(st.s.g_DVDMFileName, u".txt")) {
     msgBox(st.ui, u"filename is     ");
     msgBox(st.ui, u"Error: Wrong subtitle file extension");
-    return false;
+    return {};
   }
   u16& b = f.strarchivo;
   b = u"// Subtitle list in DVD Maestro\u00ae format - Generated on the Norvale Labs Quillon" + kCRLF + kCRLF;
@@ -96,10 +96,10 @@ bool generateDVDM(Station& st, FormDVDMaestro& f) {
   if (!f["TextCommentArea"].empty()) b += u"// " + f["TextCommentArea"] + kCRLF;
   llenarDVDM(st, f);
   f.progressValue = 0;
-  bool written = false;
+  WriteResult written;
   if (!f.cancelarDVDM) {
     b += kCRLF + kCRLF;
-    written = writeFileAtomically(toUtf8(st.s.g_DVDMFileName), encodeText(b + kCRLF, f.encoding));
+    written = writeFileTelling(st.ui, toUtf8(st.s.g_DVDMFileName), encodeText(b + kCRLF, f.encoding));
   } else {
     f.cancelarDVDM = false;
   }

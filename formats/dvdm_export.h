@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/atomic_file.h"
 #include "core/station.h"
 #include "formats/export_frame.h"
 #include "formats/form_model.h"
@@ -21,9 +22,10 @@ class FormDVDMaestro : public FormModel {
 // `mnu_sub_dvdm`: the export frame, then the form shown. False when the frame
 // stopped.
 bool mnuSubDvdm(Station& st, FormDVDMaestro& form);
-// `CommandProximo`; true when this press wrote the file.
-bool commandProximoDVDM(Station& st, FormDVDMaestro& form);
-bool generateDVDM(Station& st, FormDVDMaestro& form);
+// `CommandProximo`; written when this press wrote the file, failed after
+// the operator was told.
+WriteResult commandProximoDVDM(Station& st, FormDVDMaestro& form);
+WriteResult generateDVDM(Station& st, FormDVDMaestro& form);
 void llenarDVDM(Station& st, FormDVDMaestro& form);
 
 }  // namespace quillon

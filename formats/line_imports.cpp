@@ -49,13 +49,44 @@ u16 tag(char16_t position, char16_t style, const u16& in, const u16& out) {
   return t + u" " + in + u">" + out + u"]" + CR;
 }
 
-void writeBlock(Station& st, const u16& tagText, const std::vector<u16>& lines) {
-  insertAtSelection(st, tagText);
-  for (const auto& l : lines) insertAtSelection(st, l + CR);
-  insertAtSelection(st, u16(1, CR));
-}
+// A list read whole before anything is written: the blocks in order, how
+// many had a timing of the format's own shape, and whether the reader stopped
+// on a format error after its message.
+struct ReadList {
+  std::vector<std::pair<u16, std::vector<u16>>> blocks;  // tag, text lines
+  int timed = 0;
+  bool formatError = false;
 
-void loading(Station& st, int n) { st.view.panel(3).text = u"Loading sub#" + numberText(n); }
+  void add(u16 tagText, std::vector<u16> lines, bool timingHasItsShape) {
+    blocks.emplace_back(std::move(tagText), std::move(lines));
+    if (timingHasItsShape) ++timed;
+  }
+};
+
+// What the file imports differ in: their dialog, their reader, the count
+// they leave in panel 3 and the words of the box for a file of another kind.
+struct ListFormat {
+  const char16_t* title;
+  const char16_t* filter;
+  ReadList (*parse)(Station&, std::string_view);
+  const char16_t* countSuffix;  // nullptr: no count is shown
+  const char16_t* name;         // "an SRT file"
+  const char16_t* expected;     // what such a file holds
+};
+
+// Each block as the station always wrote it: the tag, each text line and
+// one more paragraph mark, through the selection.
+int writeList(Station& st, const ReadList& list, const ListFormat& format) {
+  int n = 0;
+  for (const auto& [tagText, lines] : list.blocks) {
+    insertAtSelection(st, tagText);
+    for (const auto& l : lines) insertAtSelection(st, l + CR);
+    insertAtSelection(st, u16(1, CR));
+    st.view.panel(3).text = u"Loading sub#" + numberText(++n);
+  }
+  if (format.countSuffix) st.view.panel(3).text = numberText(n) + format.countSuffix;
+  return n;
+}
 
 // Text lines up to the first empty one. False when the file ended first: the
 // block's last line had nothing behind it.
@@ -80,6 +111,14 @@ Str nextNonEmpty(LineReader<Str>& r) {
 }
 
 u16 fromDos850(std::string_view line) { return cp1252ToUnicode(ASCIItoANSI(line)); }
+
+// "HH:MM:SS:FF" with any separators: digits where a timecode has them.
+bool timecodeShaped(u16v t) {
+  if (t.size() != 11) return false;
+  for (size_t i : {0, 1, 3, 4, 6, 7, 9, 10})
+    if (t[i] < u'0' || t[i] > u'9') return false;
+  return true;
+}
 
 // The .SUB decoder: italics brackets go, a few letters of code page 850 are
 // named, the rest goes through ASCIItoANSI.
@@ -112,31 +151,12 @@ u16 srtFrame(const u16& millis, int fps) {
   return formatNumber(frame, "00");
 }
 
-// The frame of the file imports: open dialog, the file's bytes, a new
-// document in Courier New. False when it stopped.
-bool openImport(Station& st, const char16_t* title, const char16_t* filter, std::string& bytes) {
-  if (!attachDocument(st)) return false;
-  FileDialogRequest req;
-  req.title = title;
-  req.filter = filter;
-  req.initialDir = fromUtf8(st.s.dialogInitDir);
-  auto chosen = st.ui.openFileDialog(req);
-  if (!chosen || chosen->empty()) return false;
-  st.s.dialogInitDir = std::filesystem::path(*chosen).parent_path().string();
-  if (!readWholeFile(*chosen, bytes)) return false;
-  st.doc->documentsAdd();
-  st.doc->setFontName(u"Courier New");
-  return true;
-}
-
-}  // namespace
-
-int readSubList(Station& st, std::string_view bytes) {
+ReadList parseSubList(Station& st, std::string_view bytes) {
   LineReader<u16> r(decodeTextFile(bytes));
   const int fps = st.fps();
-  int n = 0;
+  ReadList list;
   u16 s = r.read();
-  while (!r.eof() && n < 9999) {
+  while (!r.eof() && list.blocks.size() < 9999) {
     long close1 = instr(2, s, u"}");
     u16 start = close1 > 0 ? mid(s, 2, close1 - 2) : u16();
     long close2 = close1 > 0 ? instr(close1 + 1, s, u"}") : 0;
@@ -145,72 +165,70 @@ int readSubList(Station& st, std::string_view bytes) {
     std::vector<u16> lines;
     if (long bar = instr(text, u"|"); bar > 0) lines = {left(text, bar - 1), mid(text, bar + 1)};
     else lines = {text};
-    writeBlock(st, tag(u'0', u'N', SEGaTC(leadingNumber(start) / fps, fps), SEGaTC(leadingNumber(end) / fps, fps)),
-               lines);
-    loading(st, ++n);
+    list.add(tag(u'0', u'N', SEGaTC(leadingNumber(start) / fps, fps), SEGaTC(leadingNumber(end) / fps, fps)),
+             std::move(lines), left(s, 1) == u"{" && close2 > 0);
     s = r.read();
   }
-  st.view.panel(3).text = numberText(n) + u"subs loaded.#";
-  return n;
+  return list;
 }
 
-int readDos850List(Station& st, std::string_view bytes) {
+ReadList parseDos850List(Station&, std::string_view bytes) {
   LineReader<std::string> r{std::string(bytes)};
-  int n = 0;
+  ReadList list;
   std::string header = nextNonEmpty(r);
-  while (!r.eof() && n < 9999) {
+  while (!r.eof() && list.blocks.size() < 9999) {
     std::vector<u16> lines;
     if (!textLines(r, lines, fromDos850)) break;
     u16 h = fromDos850(header);
-    writeBlock(st, tag(u'0', u'N', mid(h, 11, 11), mid(h, 26, 11)), lines);
-    loading(st, ++n);
+    const u16 in = mid(h, 11, 11), out = mid(h, 26, 11);
+    list.add(tag(u'0', u'N', in, out), std::move(lines), timecodeShaped(in) && timecodeShaped(out));
     header = nextNonEmpty(r);
   }
-  st.view.panel(3).text = numberText(n) + u" subs loaded.";
-  return n;
+  return list;
 }
 
-int readSrt(Station& st, std::string_view bytes) {
+ReadList parseSrt(Station& st, std::string_view bytes) {
   LineReader<u16> r(decodeTextFile(bytes));
   const int fps = st.fps();
-  int n = 0;
+  ReadList list;
   r.read();  // the number line
-  while (!r.eof() && n < 4999) {
+  while (!r.eof() && list.blocks.size() < 4999) {
     u16 time = r.read();
     std::vector<u16> lines;
     if (r.eof() || !textLines(r, lines, [](const u16& l) { return l; })) break;
     u16 in = left(time, 8) + u":" + srtFrame(mid(time, 10, 3), fps);
     u16 out = mid(time, 18, 8) + u":" + srtFrame(mid(time, 27, 3), fps);
-    writeBlock(st, tag(u'0', u'N', in, out), lines);
-    loading(st, ++n);
+    list.add(tag(u'0', u'N', in, out), std::move(lines), instr(time, u"-->") > 0);
     nextNonEmpty(r);  // the next number line
   }
-  st.view.panel(3).text = numberText(n) + u" subs loaded.";
-  return n;
+  return list;
 }
 
-int readDotSubList(Station& st, std::string_view bytes) {
+ReadList parseDotSubList(Station& st, std::string_view bytes) {
   LineReader<std::string> r{std::string(bytes)};
+  ReadList list;
   std::string first = r.read();
   if (first != "*PART 1*" && first != "*PART ONE*" && first != "*PART1*" && first != "*PART 1") {
     msgBox(st.ui, u"Format Error 001");
-    return -1;
+    list.formatError = true;
+    return list;
   }
   auto isStart = [](const std::string& l) { return l == "00:00:00.00\\00:00:00.00" || l == "01:00:00.00\\01:00:00.00"; };
   std::string l = r.read();
   for (int more = 0; !isStart(l) && more < 3; ++more) l = r.read();
   if (!isStart(l)) {
     msgBox(st.ui, u"Format error 002");
-    return -1;
+    list.formatError = true;
+    return list;
   }
-  int n = 0;
+  auto isTiming = [](const std::string& line) { return line.size() >= 12 && line[11] == '\\'; };
   while (!r.eof()) {
     std::string line1 = r.read();
     if (line1 == "*End*") break;
     std::string next = r.read();
     std::string timing;
     std::vector<std::string> lines{line1};
-    if (next.size() < 12 || next[11] != '\\') {
+    if (!isTiming(next)) {
       lines.push_back(next);
       timing = r.read();
     } else {
@@ -224,47 +242,74 @@ int readDotSubList(Station& st, std::string_view bytes) {
     u16 t = fromDos850(timing);
     std::vector<u16> decoded;
     for (const auto& x : lines) decoded.push_back(decodeDotSub(x));
-    writeBlock(st, tag(position, style, left(t, 11), right(t, 11)), decoded);
-    loading(st, ++n);
+    list.add(tag(position, style, left(t, 11), right(t, 11)), std::move(decoded), isTiming(timing));
   }
-  return n;
+  return list;
 }
 
-bool mnuSubImpSUBL(Station& st) {
+const ListFormat kSubList{u"Open {SUB} subtitle list file(*.sub)", u"{SUB} subtitle list files (*.sub)|*.txt|All files|*.*",
+                          parseSubList, u"subs loaded.#", u"a {SUB} subtitle list",
+                          u"lines such as {25}{50}First line|second line, frames in braces"};
+const ListFormat kDos850List{u"Open DOS 850 subtitle list file(*.txt)",
+                             u"DOS 850 subtitle list files (*.txt)|*.txt|All files|*.*", parseDos850List,
+                             u" subs loaded.", u"a DOS 850 subtitle list",
+                             u"blocks of a header line with the cue-in at column 11 and the cue-out at column 26, "
+                             u"the text lines and an empty line"};
+const ListFormat kSrt{u"Open .SRT subtitle list file(*.srt)", u".SRT subtitle list files (*.srt)|*.srt|All files|*.*",
+                      parseSrt, u" subs loaded.", u"an SRT file",
+                      u"numbered blocks of a time line such as 00:00:01,000 --> 00:00:02,500, the text lines and an "
+                      u"empty line"};
+const ListFormat kDotSubList{u"Open .SUB subtitle list file(*.SUB)",
+                             u".SUB subtitle list files (*.SUB)|*.SUB|All files|*.*", parseDotSubList, nullptr,
+                             u"a .SUB subtitle list",
+                             u"a *PART 1* head, then text lines each followed by a timing line such as "
+                             u"00:00:01.00\\00:00:02.05"};
+
+// The readers on bytes, into the active document.
+int readList(Station& st, std::string_view bytes, const ListFormat& format) {
+  ReadList list = format.parse(st, bytes);
+  if (list.formatError) return -1;
+  return writeList(st, list, format);
+}
+
+// The file imports: open dialog, the file read whole, then a new document in
+// Courier New for what the reader found. A file in which not one entry has
+// the format's timing is named in a box and opens no document. False when
+// it stopped before a new document was opened.
+bool importList(Station& st, const ListFormat& format) {
+  if (!attachDocument(st)) return false;
+  FileDialogRequest req;
+  req.title = format.title;
+  req.filter = format.filter;
+  req.initialDir = fromUtf8(st.s.dialogInitDir);
+  auto chosen = st.ui.openFileDialog(req);
+  if (!chosen || chosen->empty()) return false;
+  st.s.dialogInitDir = std::filesystem::path(*chosen).parent_path().string();
   std::string bytes;
-  if (!openImport(st, u"Open {SUB} subtitle list file(*.sub)", u"{SUB} subtitle list files (*.sub)|*.txt|All files|*.*",
-                  bytes))
+  if (!readWholeFile(*chosen, bytes)) return false;
+  ReadList list = format.parse(st, bytes);
+  if (!list.formatError && list.timed == 0) {
+    tellNotOfFormat(st, *chosen, format.name, format.expected);
     return false;
-  readSubList(st, bytes);
+  }
+  st.doc->documentsAdd();
+  st.doc->setFontName(u"Courier New");
+  // A format error has shown its message; the new document stays empty.
+  if (!list.formatError) writeList(st, list, format);
   return true;
 }
 
-bool mnuSubImp850(Station& st) {
-  std::string bytes;
-  if (!openImport(st, u"Open DOS 850 subtitle list file(*.txt)",
-                  u"DOS 850 subtitle list files (*.txt)|*.txt|All files|*.*", bytes))
-    return false;
-  readDos850List(st, bytes);
-  return true;
-}
+}  // namespace
 
-bool mnuSubImpSRT(Station& st) {
-  std::string bytes;
-  if (!openImport(st, u"Open .SRT subtitle list file(*.srt)", u".SRT subtitle list files (*.srt)|*.srt|All files|*.*",
-                  bytes))
-    return false;
-  readSrt(st, bytes);
-  return true;
-}
+int readSubList(Station& st, std::string_view bytes) { return readList(st, bytes, kSubList); }
+int readDos850List(Station& st, std::string_view bytes) { return readList(st, bytes, kDos850List); }
+int readSrt(Station& st, std::string_view bytes) { return readList(st, bytes, kSrt); }
+int readDotSubList(Station& st, std::string_view bytes) { return readList(st, bytes, kDotSubList); }
 
-bool mnuSubImpSUB(Station& st) {
-  std::string bytes;
-  if (!openImport(st, u"Open .SUB subtitle list file(*.SUB)", u".SUB subtitle list files (*.SUB)|*.SUB|All files|*.*",
-                  bytes))
-    return false;
-  readDotSubList(st, bytes);
-  return true;
-}
+bool mnuSubImpSUBL(Station& st) { return importList(st, kSubList); }
+bool mnuSubImp850(Station& st) { return importList(st, kDos850List); }
+bool mnuSubImpSRT(Station& st) { return importList(st, kSrt); }
+bool mnuSubImpSUB(Station& st) { return importList(st, kDotSubList); }
 
 // Where each number written with `digits` digits first stands in the text
 // (1-based, 0 where it does not): what instr from the top gives for each

@@ -13,7 +13,8 @@
 namespace quillon {
 
 // Menu handlers: attach, ask for the file, read it. False when they stopped
-// before a new document was opened.
+// before a new document was opened; a file in which not one entry carries
+// the format's timing is named in a box and opens none.
 bool mnuSubImpSUBL(Station& st);
 bool mnuSubImp850(Station& st);
 bool mnuSubImpSRT(Station& st);

@@ -202,6 +202,10 @@ bool mnuSubEbu(Station& st, FormaSTL& form) {
   // the extension message) must not swallow the next export.
   form.show();
   form.cancelarSTL = false;
+  // The combos are never filled from the document: each export starts them
+  // from their defaults, whatever the last one chose.
+  for (const char* combo : {"ComboCPN", "ComboDFC", "ComboDSC", "ComboCCT", "ComboLC", "ComboCO", "ComboTCS"})
+    form[combo] = form.find(combo)->defaultText;
   fillFormaSTL(st, form);
   st.ui.setPointer(Pointer::Default);
   form.commandCaption = u"OK";
@@ -252,20 +256,20 @@ void fillFormaSTL(Station& st, FormaSTL& form) {
   form.progressMax = st.s.scan.count() + 1;
 }
 
-bool commandProximoSTL(Station& st, FormaSTL& form) {
+WriteResult commandProximoSTL(Station& st, FormaSTL& form) {
   if (form.commandCaption == u"OK") {
     form.commandCaption = u"Cancel";
     return generateSTL(st, form);
   }
   form.cancelarSTL = true;
   form.hide();
-  return false;
+  return {};
 }
 
-bool generateSTL(Station& st, FormaSTL& f) {
+WriteResult generateSTL(Station& st, FormaSTL& f) {
   if (!nameContains(st.s.g_stlFileName, u".stl")) {
     msgBox(st.ui, u"Error: Wrong subtitle file extension");
-    return false;
+    return {};
   }
   std::string& b = f.strarchivo;
   b.clear();
@@ -318,11 +322,11 @@ bool generateSTL(Station& st, FormaSTL& f) {
 
   llenarTTI(st, f);
   f.progressValue = 0;
-  bool written = false;
+  WriteResult written;
   if (!f.cancelarSTL) {
     std::string file = b.size() >= 2 ? b.substr(0, b.size() - 2) : std::string();
     file += "\r\n";
-    written = writeFileAtomically(toUtf8(st.s.g_stlFileName), file);
+    written = writeFileTelling(st.ui, toUtf8(st.s.g_stlFileName), file);
   } else {
     f.cancelarSTL = false;
   }

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/atomic_file.h"
 #include "core/station.h"
 #include "formats/form_model.h"
 
@@ -31,11 +32,11 @@ u16 coCode(const u16& combo);
 bool mnuSubEbu(Station& st, FormaSTL& form);
 // Fills the form from the scan, the main window and the document properties.
 void fillFormaSTL(Station& st, FormaSTL& form);
-// `CommandProximo`: "OK" runs the generator, "Cancel" stops a run. True
+// `CommandProximo`: "OK" runs the generator, "Cancel" stops a run. Written
 // when this press wrote the file.
-bool commandProximoSTL(Station& st, FormaSTL& form);
-// The generator: true when the file was written.
-bool generateSTL(Station& st, FormaSTL& form);
+WriteResult commandProximoSTL(Station& st, FormaSTL& form);
+// The generator: written, stopped, or failed after the operator's box.
+WriteResult generateSTL(Station& st, FormaSTL& form);
 // Appends page 0 and every subtitle's TTI block to `strarchivo`.
 void llenarTTI(Station& st, FormaSTL& form);
 

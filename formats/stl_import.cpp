@@ -80,19 +80,41 @@ u16 ebuStlToScript(std::string_view image, int fps) {
   return out;
 }
 
-bool readEbuStl(Station& st, const std::string& path) {
+void tellNotOfFormat(Station& st, const std::string& path, u16v what, u16v expected) {
+  critical(st.ui, u"Error: " + fromUtf8(path) + u" is not " + u16(what) + u"." + CR + u"Expected " + u16(expected) + u".");
+}
+
+bool isEbuStlImage(std::string_view image) {
+  if (image.size() < 1024) return false;
+  const std::string_view code = image.substr(3, 8);
+  auto digit = [](char c) { return c >= '0' && c <= '9'; };
+  return code.substr(0, 3) == "STL" && digit(code[3]) && digit(code[4]) && code.substr(5) == ".01";
+}
+
+namespace {
+enum class StlRead { Read, Unreadable, NotStl };
+
+StlRead readStlFile(Station& st, const std::string& path) {
   std::string image;
   bool readable = readWholeFile(path, image);
+  if (readable && !isEbuStlImage(image)) {
+    tellNotOfFormat(st, path, u"an EBU STL file",
+                    u"a header of 1024 bytes whose disk format code is STL, the frame rate and .01, as in STL25.01");
+    return StlRead::NotStl;
+  }
   st.doc->documentsAdd();
   st.doc->setFontName(u"Arial Unicode MS");
-  if (!readable) return false;
+  if (!readable) return StlRead::Unreadable;
   walkBlocks(image, st.fps(), [&](const u16& tag, const u16& text) {
     insertAtSelection(st, tag);
     insertAtSelection(st, text);
   });
   st.doc->clearError();
-  return true;
+  return StlRead::Read;
 }
+}  // namespace
+
+bool readEbuStl(Station& st, const std::string& path) { return readStlFile(st, path) == StlRead::Read; }
 
 bool mnuSubImpEBU(Station& st) {
   if (!attachDocument(st)) return false;
@@ -104,8 +126,9 @@ bool mnuSubImpEBU(Station& st) {
   if (!chosen || chosen->empty()) return false;
   st.s.g_stlFileName = fromUtf8(*chosen);
   st.s.dialogInitDir = std::filesystem::path(*chosen).parent_path().string();
-  readEbuStl(st, *chosen);
-  return true;
+  // A file that cannot be read stops as the station always stopped on it:
+  // an empty new document and no message.
+  return readStlFile(st, *chosen) != StlRead::NotStl;
 }
 
 }  // namespace quillon

@@ -2,6 +2,7 @@
 
 #include "core/atomic_file.h"
 #include "formats/export_frame.h"
+#include "script/codepage.h"
 
 namespace quillon {
 
@@ -51,18 +52,15 @@ FormSUB::FormSUB() {
   add("TextTIMEDBACKUPNAME", u"*TIMED BACKUP NAME*", u"C:\\");
   add("TextREADADVANCED", u"*READ ADVANCED*", u"< > 1 1 1,000");
   add("TextMARKERS", u"*MARKERS*", u"");
-  // Shown only: a sample of accented letters as code page 850 bytes.
-  add("TextFORMATSAMPLE", u"*FORMAT SAMPLE*", cp1252Sample());
+  // Shown only: the accented letters of code page 850, read as the file's
+  // reader will read them.
+  add("TextFORMATSAMPLE", u"*FORMAT SAMPLE*", formatSample());
   const char16_t* prefixes[] = {u"",       u"{",      u"{{",     u"{{{",    u"{{{{",
                                 u"{{{{{",  u"{{{{{{", u"{{{{{{", u"{{{{{{", u"}"};
   for (int d = 0; d <= 9; ++d) add(vposName(d), u"Position " + numberText(d), prefixes[d], 7);
 }
 
-u16 FormSUB::cp1252Sample() {
-  u16 s;
-  for (unsigned char b : {0x20, 0x8F, 0x86, 0x90, 0x82, 0xDE, 0x8D, 0xE5, 0xE4, 0xEA, 0x96, 0x98, 0x2A}) s += static_cast<char16_t>(b);
-  return s;
-}
+u16 FormSUB::formatSample() { return cp850ToUnicode("\x20\x8F\x86\x90\x82\xDE\x8D\xE5\xE4\xEA\x96\x98*"); }
 
 bool mnuSubSub(Station& st, FormSUB& form) {
   if (!exportFrame(st, ListExport::SUB)) return false;
@@ -78,17 +76,17 @@ bool mnuSubSub(Station& st, FormSUB& form) {
   return true;
 }
 
-bool commandProximoSUB(Station& st, FormSUB& form) {
+WriteResult commandProximoSUB(Station& st, FormSUB& form) {
   if (form.commandCaption == u"OK") {
     form.commandCaption = u"Cancel";
     return generateSUB(st, form);
   }
   form.cancelarSUB = true;
   form.hide();
-  return false;
+  return {};
 }
 
-bool generateSUB(Station& st, FormSUB& f) {
+WriteResult generateSUB(Station& st, FormSUB& f) {
   std::string& b = f.strarchivoSUB;
   b = std::string("*PART 1*") + kCRLF + "00:00:00.00\\00:00:00.00" + kCRLF;
   llenarSUB(st, f);
@@ -97,9 +95,9 @@ bool generateSUB(Station& st, FormSUB& f) {
     if (!f[section].empty()) b += ansiToAscii(f[section]) + kCRLF;
   }
   f.progressValue = 0;
-  bool written = false;
+  WriteResult written;
   if (!f.cancelarSUB) {
-    written = writeFileAtomically(toUtf8(st.s.g_SUBFileName), b + kCRLF);
+    written = writeFileTelling(st.ui, toUtf8(st.s.g_SUBFileName), b + kCRLF);
     b.clear();
   } else {
     f.cancelarSUB = false;

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/atomic_file.h"
 #include "core/station.h"
 #include "formats/form_model.h"
 
@@ -16,14 +17,15 @@ class FormSUB : public FormModel {
   bool cancelarSUB = false;
 
  private:
-  static u16 cp1252Sample();
+  static u16 formatSample();
 };
 
 // `mnu_sub_sub`: the export frame, then the form shown.
 bool mnuSubSub(Station& st, FormSUB& form);
-// `CommandProximo`; true when this press wrote the file.
-bool commandProximoSUB(Station& st, FormSUB& form);
-bool generateSUB(Station& st, FormSUB& form);
+// `CommandProximo`; written when this press wrote the file, failed after
+// the operator was told.
+WriteResult commandProximoSUB(Station& st, FormSUB& form);
+WriteResult generateSUB(Station& st, FormSUB& form);
 // The subtitle blocks, "*END*" and its timing line.
 void llenarSUB(Station& st, FormSUB& form);
 

@@ -14,13 +14,16 @@ double t(const Station& st, double x) { return transformadainversa(st.s, x); }
 
 u16 milliseconds(double seconds) { return formatNumber(seconds * 1000, "0"); }
 
-// Writes the file of a frame export and shows its message: errors in the
-// write are not reported, the message comes all the same.
-bool writeTextExport(Station& st, const u16& name, const u16& text, TextEncoding enc, const char16_t* done) {
-  writeFileAtomically(toUtf8(name), encodeText(text + kCRLF, enc));
+// Writes the file of a frame export and shows its message, or the box of
+// the failed write in its place.
+WriteResult writeTextExport(Station& st, const u16& name, const u16& text, TextEncoding enc, const char16_t* done) {
+  WriteResult r = writeFile(toUtf8(name), encodeText(text + kCRLF, enc));
   st.ui.setPointer(Pointer::Default);
-  msgBox(st.ui, done);
-  return true;
+  if (r.failed())
+    tellWriteFailure(st.ui, r);
+  else
+    msgBox(st.ui, done);
+  return r;
 }
 
 }  // namespace
@@ -93,19 +96,19 @@ u16 ssaText(const Station& st) {
   return b;
 }
 
-bool mnuSubSami(Station& st, TextEncoding enc) {
-  if (!exportFrame(st, ListExport::SAMI)) return false;
+WriteResult mnuSubSami(Station& st, TextEncoding enc) {
+  if (!exportFrame(st, ListExport::SAMI)) return {};
   st.ui.setPointer(Pointer::Hourglass);
   return writeTextExport(st, st.s.g_SAMIFileName, samiText(st), enc, u"SAMI file created.");
 }
 
-bool mnuSubSbv(Station& st, TextEncoding enc) {
-  if (!exportFrame(st, ListExport::SBV)) return false;
+WriteResult mnuSubSbv(Station& st, TextEncoding enc) {
+  if (!exportFrame(st, ListExport::SBV)) return {};
   return writeTextExport(st, st.s.g_SBVFileName, sbvText(st), enc, u"SBV file created.");
 }
 
-bool mnuSubSsa(Station& st, TextEncoding enc) {
-  if (!exportFrame(st, ListExport::SSA)) return false;
+WriteResult mnuSubSsa(Station& st, TextEncoding enc) {
+  if (!exportFrame(st, ListExport::SSA)) return {};
   return writeTextExport(st, st.s.g_SSAFileName, ssaText(st), enc, u"SSA file created.");
 }
 

@@ -3,16 +3,17 @@
 // layout, are player positions (`transformadainversa`).
 #pragma once
 
+#include "core/atomic_file.h"
 #include "core/station.h"
 #include "formats/export_frame.h"
 
 namespace quillon {
 
 // `mnu_sub_sami`, `mnu_sub_sbv`, `mnu_sub_ssa`: the export frame, the file,
-// then "... file created.". True when they reached the write.
-bool mnuSubSami(Station& st, TextEncoding enc = TextEncoding::Windows1252);
-bool mnuSubSbv(Station& st, TextEncoding enc = TextEncoding::Windows1252);
-bool mnuSubSsa(Station& st, TextEncoding enc = TextEncoding::Windows1252);
+// then "... file created.", or the box of a failed write instead.
+WriteResult mnuSubSami(Station& st, TextEncoding enc = TextEncoding::Windows1252);
+WriteResult mnuSubSbv(Station& st, TextEncoding enc = TextEncoding::Windows1252);
+WriteResult mnuSubSsa(Station& st, TextEncoding enc = TextEncoding::Windows1252);
 
 // The file texts as the three exports write them, from the scan table.
 u16 samiText(const Station& st);

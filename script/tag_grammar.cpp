@@ -55,6 +55,13 @@ void fillRecord(Station& st, int i) {
   r.dialogue = !r.line1.empty() && !r.line2.empty() && r.line1[0] == u'-' && r.line2[0] == u'-';
 }
 
+// `TCF`: the first cue-in above zero among the entries kept.
+double firstNonZeroCueIn(const ScanTable& tb) {
+  for (int i = 1; i <= tb.count(); ++i)
+    if (tb.cueIn[i] > 0) return tb.cueIn[i];
+  return 0;
+}
+
 void headerError(Station& st, const u16& text, long t, long shown) {
   critical(st.ui, u"Header format error in :\r\r" + tagField(text, t, 0, shown) + u"...\r\r");
   st.s.scan.subtitleCount = 1;
@@ -84,6 +91,7 @@ int lookUpCharacter(Station& st, const u16& name) {
 bool scanSubtitles(Station& st, int mode) {
   ScanTable& tb = st.s.scan;
   tb.clear();
+  st.s.TCF = 0;
   if (st.beginSubtitleScan) st.beginSubtitleScan(st);
   if (!st.doc) return false;
   DocumentService& d = *st.doc;
@@ -186,6 +194,7 @@ bool scanSubtitles(Station& st, int mode) {
     if (nxt == 0) nxt = len;
   }
   tb.subtitleCount = i - 1;
+  st.s.TCF = firstNonZeroCueIn(tb);
   return i > 1;
 }
 
@@ -243,6 +252,7 @@ bool scanCaptions(Station& st, int mode) {
     if (nxt == 0) nxt = len + 1;
   }
   tb.subtitleCount = i - 1;
+  st.s.TCF = firstNonZeroCueIn(tb);
   st.ui.setPointer(Pointer::Default);
   return tb.subtitleCount > 0;
 }

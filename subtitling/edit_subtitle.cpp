@@ -43,6 +43,9 @@ void editSubtitle(Station& st, int index) {
   }
   const u16 alignLetter(1, tb.alignChar[i]);
   f.Line1.alignment = f.Line2.alignment = overlayAlignment(alignLetter);
+  // The alignment keys start from the subtitle's own place, not from where
+  // the last run or edit left them: a re-timed subtitle keeps its alignment.
+  s.ultimaposhcc = alignLetter == u"L" || alignLetter == u"R" ? alignLetter : u16(u"C");
   const char16_t digit = tb.posDigit[i];
   const int position = (digit >= u'0' && digit <= u'9') ? digit - u'0' : 0;
   placeSubtitleOverlay(st, twoLines, position);

@@ -73,6 +73,14 @@ void toggle(Station& st, const char* item, bool& flag) {
   flag = m.checked;
 }
 
+// The simulation follows either the subtitles or the dubbing, not both:
+// checking one item unchecks the other.
+void toggleFollow(Station& st, const char* item, const char* other) {
+  auto& m = st.view.menu(item);
+  m.checked = !m.checked;
+  if (m.checked) st.view.menu(other).checked = false;
+}
+
 }  // namespace
 
 void showReadingSpeedPanel(Station& st) {
@@ -147,11 +155,7 @@ void mnu_sub_opc_mtx(Station& st) { toggle(st, "mnu_sub_opc_mtx", st.s.minimiseS
 void mnu_sub_opc_col(Station& st) { toggle(st, "mnu_sub_opc_col", st.s.colourFeedback); }
 void mnu_situ_off(Station& st) { toggle(st, "mnu_situ_off", st.s.inSituOffset); }
 
-void mnu_sub_opc_sim(Station& st) {
-  auto& m = st.view.menu("mnu_sub_opc_sim");
-  m.checked = !m.checked;
-  // The simulation follows either the subtitles or the dubbing, not both.
-  if (m.checked) st.view.menu("mnu_dub_opc_sim").checked = false;
-}
+void mnu_sub_opc_sim(Station& st) { toggleFollow(st, "mnu_sub_opc_sim", "mnu_dub_opc_sim"); }
+void mnu_dub_opc_sim(Station& st) { toggleFollow(st, "mnu_dub_opc_sim", "mnu_sub_opc_sim"); }
 
 }  // namespace quillon

@@ -25,7 +25,9 @@ void mnu_sub_opc_dis(Station& st);
 void mnu_sub_opc_seq(Station& st);
 void mnu_sub_opc_mtx(Station& st);
 void mnu_sub_opc_col(Station& st);
+// The simulation follows subtitles or dubbing: checking one unchecks the other.
 void mnu_sub_opc_sim(Station& st);
+void mnu_dub_opc_sim(Station& st);
 void mnu_situ_off(Station& st);
 
 // Status panel 3 (reading speed) and 4 (characters per row) with their tips.

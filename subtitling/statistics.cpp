@@ -1,7 +1,6 @@
 #include "subtitling/statistics.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "core/timecode.h"
 #include "script/document_ops.h"
@@ -18,10 +17,14 @@ void scanSelectionOrAll(Station& st) {
 
 // Minutes of the video's timecode window that hold a whole subtitle. A
 // subtitle that crosses a minute's edge counts for neither minute.
-double subtitledMinutes(const Session& s) {
+// `walked` gets the number of minutes visited, a part minute at the end
+// included.
+double subtitledMinutes(const Session& s, double& walked) {
   const ScanTable& tb = s.scan;
   double minutes = 0;
+  walked = 0;
   for (double m = s.tcStart; m < s.tcEnd; m += 60) {
+    walked += 1;
     for (int j = 1; j <= tb.count(); ++j) {
       if (tb.cueIn[j] > m && tb.cueOut[j] < m + 59) {
         minutes += 1;
@@ -40,8 +43,8 @@ std::optional<u16> subtitleStatistics(Station& st) {
   scanSelectionOrAll(st);
   const Session& s = st.s;
   if (s.scan.subtitleCount <= 0) return std::nullopt;
-  const double totalMinutes = std::trunc((s.tcEnd - s.tcStart) / 60);
-  const double minutes = std::min(subtitledMinutes(s), std::max(totalMinutes, 0.0));
+  double totalMinutes = 0;
+  const double minutes = std::min(subtitledMinutes(s, totalMinutes), totalMinutes);
   const double span = (s.tcEnd - s.tcStart) / 60;
   // Without a timecode window there is no time to divide by.
   const double percent = span != 0 ? minutes * 100 / span : 0;

@@ -42,16 +42,16 @@ FormDialog& StationForms::listDialog(std::unique_ptr<FormDialog>& d, FormModel& 
 }
 
 FormDialog& StationForms::dialogSTL() {
-  return listDialog(stlDialog_, stl_, [this] { return commandProximoSTL(st_, stl_); });
+  return listDialog(stlDialog_, stl_, [this] { return commandProximoSTL(st_, stl_).written; });
 }
 FormDialog& StationForms::dialogDVDMaestro() {
-  return listDialog(dvdmDialog_, dvdm_, [this] { return commandProximoDVDM(st_, dvdm_); });
+  return listDialog(dvdmDialog_, dvdm_, [this] { return commandProximoDVDM(st_, dvdm_).written; });
 }
 FormDialog& StationForms::dialogCPC() {
-  return listDialog(cpcDialog_, cpc_, [this] { return commandProximoCPC(st_, cpc_); });
+  return listDialog(cpcDialog_, cpc_, [this] { return commandProximoCPC(st_, cpc_).written; });
 }
 FormDialog& StationForms::dialogSUB() {
-  return listDialog(subDialog_, sub_, [this] { return commandProximoSUB(st_, sub_); });
+  return listDialog(subDialog_, sub_, [this] { return commandProximoSUB(st_, sub_).written; });
 }
 
 UltDialog& StationForms::dialogCCult() {

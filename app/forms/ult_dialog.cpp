@@ -76,7 +76,7 @@ void UltDialog::onProximo() {
   running_ = true;
   proximo_->setText(tr("Cancel"));
   progressTimer_.start();
-  const bool written = formCCultProximo(st_, form_);
+  const bool written = formCCultProximo(st_, form_).written;
   progressTimer_.stop();
   running_ = false;
   loadFromModel();

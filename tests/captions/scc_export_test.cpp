@@ -4,6 +4,7 @@
 
 #include "captions/caption_checks.h"
 #include "captions/scc_export.h"
+#include "captions/scc_preflight.h"
 #include "script/tag_grammar.h"
 #include "support/station_fixture.h"
 
@@ -84,6 +85,38 @@ TEST_F(SccExport, PaintOnWriterLoadsAtTheCueIn) {
                            "00:00:20:00\t9420 94f8 ceef 942c 8080 8080 942f", "00:00:22:00\t942c"}));
 }
 
+// Four rows of twenty characters: 49 words sent from 20 frames ahead.
+const std::u16string kHeavy = u"CAP[0NC 00:00:10:00>00:00:11:00]\nABCDEFGHIJKLMNOPQRST\nABCDEFGHIJKLMNOPQRST\n"
+                         u"ABCDEFGHIJKLMNOPQRST\nABCDEFGHIJKLMNOPQRST\n\n";
+
+// One word a frame from each line's own time, or from the end of the line
+// before: the end-of-caption word against the cue-in, warned of in one box.
+TEST_F(SccExport, PreflightWarnsOfTheCaptionsAnEncoderPlaysLate) {
+  const u16 head = u"Warning: An SCC encoder sends one word of caption data a frame, so these captions will come on late:";
+  const struct {
+    const char* name;
+    std::u16string script;
+    std::vector<u16> boxes;
+  } cases[] = {
+      {"three characters: 8 words from 3 frames ahead", u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n",
+       {head + u"\r[00:00:10:00] 4 frames late"}},
+      {"nineteen characters: 16 words from 19 frames ahead", u"CAP[0NC 00:00:10:00>00:00:12:00]\nLong enough to load\n",
+       {}},
+      {"a line waits for the one before, which makes it late too",
+       kHeavy + u"CAP[0NC 00:00:11:00>00:00:13:00]\nLong enough to load\n\n"
+                u"CAP[0NC 00:00:20:00>00:00:22:00]\nLong enough to load\n",
+       {head + u"\r[00:00:10:00] 28 frames late\r[00:00:11:00] 14 frames late"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ts.ui.boxes.clear();
+    ts.open(c.script);
+    ASSERT_TRUE(scanCaptions(ts.st, 0));
+    warnLateSccCaptions(ts.st);
+    EXPECT_EQ(ts.ui.boxTexts(), c.boxes);
+  }
+}
+
 struct SccCommand : SccExport {
   std::string dir = testing::tempDir("scc-command");
 };
@@ -100,8 +133,18 @@ TEST_F(SccCommand, WritesTheChosenFile) {
   EXPECT_EQ(testing::readFile(path), sccText(ts.st));
 }
 
-TEST_F(SccCommand, AnExistingFileIsReplacedOnlyOnYes) {
+TEST_F(SccCommand, LateCaptionsAreAWarningAndTheFileIsWritten) {
   ts.open(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n");
+  const std::string path = dir + "/late.scc";
+  ts.ui.savePaths.push_back(path);
+  EXPECT_TRUE(mnu_cc_scc(ts.st));
+  ASSERT_EQ(ts.ui.boxes.size(), 1u);
+  EXPECT_EQ(ts.ui.lastBox().icon, Icon::Exclamation);
+  EXPECT_EQ(testing::readFile(path), sccText(ts.st));
+}
+
+TEST_F(SccCommand, AnExistingFileIsReplacedOnlyOnYes) {
+  ts.open(u"CAP[0NC 00:00:10:00>00:00:12:00]\nLong enough to load\n");
   const std::string path = dir + "/old.scc";
   std::filesystem::remove(path);
   { std::FILE* f = std::fopen(path.c_str(), "w"); std::fputs("old", f); std::fclose(f); }

@@ -90,6 +90,21 @@ TEST(CliScan, AFaultBoxGoesToStandardErrorAndExitsOne) {
   EXPECT_EQ(r.err, "QUILLON: Header format error in :\n\nSUB[0 N 00:00:01:00x00:00:02:00]\nO...\n\n\n");
 }
 
+// Late captions are warnings on standard output; a broken caption rule is a
+// box and status 1.
+TEST(CliCheck, CaptionsReportWhatAnSccEncoderPlaysLate) {
+  std::string path = writeScript("late.txt", "CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
+                                             "CAP[0NC 00:00:20:00>00:00:22:00]\nLong enough to load\n\n");
+  CliRun r = cli("check --captions " + path);
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, "warning: caption at 00:00:10:00 comes on 4 frames late on an SCC encoder\n"
+                   "checked 2 captions: no rule broken, 1 late on an SCC encoder\n");
+  EXPECT_EQ(r.err, "");
+  r = cli("check --captions " + writeScript("short.txt", "CAP[0NC 00:00:10:00>00:00:10:10]\nHi!\n\n"));
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.out, "checked 0 captions: 1 box\n");
+}
+
 TEST(CliScan, CaptionsAndSettingsFile) {
   std::string path = writeScript("c.txt", "CAP[0NC 00:00:01:00>00:00:02:00]\nHELLO\n\n");
   CliRun r = cli("scan --captions " + path);

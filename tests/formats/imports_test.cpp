@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "formats/line_imports.h"
+#include "formats/stl_import.h"
 #include "formats/sub_export.h"
 #include "formats/text_exports.h"
 #include "formats_fixture.h"
@@ -108,6 +109,42 @@ TEST(DotSubImport, FormatErrors) {
   FormatsStation u;
   EXPECT_EQ(import(u, mnuSubImpSUB, "j.sub", "*PART1*\r\na\r\nb\r\nc\r\nd\r\n00:00:00.00\\00:00:00.00\r\n"), "\n");
   EXPECT_EQ(u.ui.lastBox().text, u"Format error 002");
+}
+
+// An EBU STL too short for its header or with another disk format code, and
+// a list in which not one entry has the format's timing: named in a box, and
+// no new document is opened for it.
+TEST(LineImports, AFileOfAnotherKindIsNamedAndOpensNoDocument) {
+  const std::string prose = "Dear operator,\r\nthis is a letter.\r\n\r\nIt has paragraphs.\r\n\r\nAnd an end.\r\n\r\n";
+  std::string otherCode(2048, ' ');
+  otherCode.replace(3, 8, "STL25.02");
+  const struct {
+    bool (*handler)(Station&);
+    const char* name;
+    std::string bytes;
+    const char16_t* what;
+  } cases[] = {
+      {mnuSubImpEBU, "short.stl", prose, u" is not an EBU STL file.\rExpected a header of 1024 bytes whose disk format "
+                                         u"code is STL, the frame rate and .01, as in STL25.01."},
+      {mnuSubImpEBU, "code.stl", otherCode, u" is not an EBU STL file.\r"},
+      {mnuSubImpSRT, "prose.srt", prose, u" is not an SRT file.\rExpected numbered blocks of a time line such as "
+                                         u"00:00:01,000 --> 00:00:02,500, the text lines and an empty line."},
+      {mnuSubImpSRT, "empty.srt", "", u" is not an SRT file.\r"},
+      {mnuSubImpSUBL, "srt.sub", "1\r\n00:00:01,000 --> 00:00:02,000\r\nOne\r\n\r\n", u" is not a {SUB} subtitle list.\r"},
+      {mnuSubImp850, "prose.txt", prose, u" is not a DOS 850 subtitle list.\r"},
+      {mnuSubImpSUB, "none.sub", "*PART 1*\r\n00:00:00.00\\00:00:00.00\r\n*End*\r\n", u" is not a .SUB subtitle list.\r"},
+  };
+  for (const auto& c : cases) {
+    FormatsStation t;
+    const std::string path = write(c.name, c.bytes);
+    t.open(u"");
+    t.ui.openPaths.push_back(path);
+    EXPECT_FALSE(c.handler(t.st)) << c.name;
+    EXPECT_EQ(t.docs.documents().size(), 1u) << c.name;
+    ASSERT_EQ(t.ui.boxes.size(), 1u) << c.name;
+    EXPECT_EQ(t.ui.lastBox().text.rfind(u"Error: " + fromUtf8(path) + c.what, 0), 0u) << toUtf8(t.ui.lastBox().text);
+    EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
+  }
 }
 
 TEST(DotSubImport, OwnExportReadsOnIntoTheTrailer) {

@@ -15,7 +15,7 @@ using testing::tempDir;
 
 template <typename Form, typename Edit>
 std::string runExport(FormatsStation& t, const std::string& path, bool (*handler)(Station&, Form&),
-                      bool (*press)(Station&, Form&), Edit edit) {
+                      WriteResult (*press)(Station&, Form&), Edit edit) {
   Form form;
   t.ui.savePaths.push_back(path);
   if (!handler(t.st, form)) return {};
@@ -136,6 +136,10 @@ TEST(SubListExport, SampleScriptMatchesGoldenFile) {
   EXPECT_NE(file.find("{{{[Los ni\xA4os cantan\r\n[\xA8Y despu\x82s...?\r\n10:00:04.00\\10:00:06.00\r\n"),
             std::string::npos);
   EXPECT_NE(file.find("}First plain\r\n[?Second? costs 5$\r\n"), std::string::npos);
+}
+
+TEST(SubListExport, FormatSampleShowsTheCodePageLetters) {
+  EXPECT_EQ(FormSUB()["TextFORMATSAMPLE"], u" \u00c5\u00e5\u00c9\u00e9\u00cc\u00ec\u00d5\u00f5\u00db\u00fb\u00ff*");
 }
 
 TEST(SubListExport, NoExtensionCheckAndOneSubtitle) {

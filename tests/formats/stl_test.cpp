@@ -212,6 +212,27 @@ TEST(StlExport, PropertiesAreAddedOnceAndFillTheNextExport) {
   EXPECT_EQ(*t.docs.customProperty(u"TET"), u"A title longer than thirty-two c");
 }
 
+// At each show TCF is the first cue-in above zero, in the form and the
+// header, and the combos are back at their defaults whatever the last chose.
+TEST(StlExport, EachShowFillsTcfAndStartsTheCombosFromTheirDefaults) {
+  FormatsStation t;
+  t.open(u"SUB[0 N 00:00:00:00>00:00:01:00]\nAt zero\n\nSUB[0 N 00:00:02:05>00:00:04:00]\nNext\n\nSUB[\n");
+  FormaSTL form;
+  for (const char* name : {"a.stl", "b.stl"}) {
+    const std::string path = tempDir("stl-show") + "/" + name;
+    t.ui.savePaths.push_back(path);
+    ASSERT_TRUE(mnuSubEbu(t.st, form));
+    EXPECT_EQ(form["TextTCF"], u"00:00:02:05");
+    for (const char* c : {"ComboCPN", "ComboDFC", "ComboDSC", "ComboCCT", "ComboLC", "ComboCO", "ComboTCS"}) {
+      const FormControl& combo = *form.find(c);
+      EXPECT_EQ(combo.text, combo.defaultText) << c;
+      form[c] = combo.list.front() != combo.defaultText ? combo.list.front() : combo.list.back();
+    }
+    commandProximoSTL(t.st, form);
+    EXPECT_EQ(readFile(path).substr(264, 8), "00000205");
+  }
+}
+
 TEST(StlImport, RoundTripOfTheSampleScript) {
   FormatsStation t;
   t.open(kSampleScript);

@@ -24,7 +24,7 @@ void openVideo(FormatsStation& t) {
   setVideoTimecodeWindow(t.st.s, t.st.view, u"1000000010300000");
 }
 
-std::string fileExport(FormatsStation& t, bool (*handler)(Station&, TextEncoding), const std::string& path,
+std::string fileExport(FormatsStation& t, WriteResult (*handler)(Station&, TextEncoding), const std::string& path,
                        TextEncoding enc = TextEncoding::Windows1252) {
   t.ui.savePaths.push_back(path);
   if (!handler(t.st, enc)) return {};
@@ -118,8 +118,8 @@ TEST(UnicodeTextExport, NumberedLayoutAndFourDigits) {
 }
 
 TEST(TextExports, EmptyListMessageForEveryExport) {
-  for (auto run : {+[](Station& s) { return mnuSubSami(s); }, +[](Station& s) { return mnuSubSsa(s); },
-                   +[](Station& s) { return mnuSubSbv(s); }, +[](Station& s) { return mnuSubQt(s); },
+  for (auto run : {+[](Station& s) { return mnuSubSami(s).written; }, +[](Station& s) { return mnuSubSsa(s).written; },
+                   +[](Station& s) { return mnuSubSbv(s).written; }, +[](Station& s) { return mnuSubQt(s); },
                    +[](Station& s) { return mnuSubUnitext(s); }}) {
     FormatsStation t;
     t.open(u"Dialogue still untimed.\n");

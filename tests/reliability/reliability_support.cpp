@@ -44,8 +44,8 @@ void makeSparseFile(const std::string& path, long long size, const std::string& 
   ::close(fd);
 }
 
-bool withReadOnlyFolder(const std::string& dir, const std::function<bool()>& body) {
-  ::chmod(dir.c_str(), 0555);
+bool withReadOnlyFolder(const std::string& dir, const std::function<bool()>& body, unsigned mode) {
+  ::chmod(dir.c_str(), static_cast<mode_t>(mode));
   bool ok;
   if (::geteuid() != 0) {
     ok = body();

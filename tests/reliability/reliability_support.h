@@ -24,10 +24,11 @@ std::string unprivilegedWrapper();
 void makeSparseFile(const std::string& path, long long size, const std::string& head = "",
                     const std::string& tail = "");
 
-// Runs `body` unable to create files in `dir`: the folder is made read-only,
-// and when the tests run as root (who ignores that) `body` runs in a child
-// process under an unprivileged user. The folder is writable again after.
-bool withReadOnlyFolder(const std::string& dir, const std::function<bool()>& body);
+// Runs `body` unable to create files in `dir`: the folder is made read-only
+// (or given `mode`), and when the tests run as root (who ignores that)
+// `body` runs in a child process under an unprivileged user. The folder is
+// writable again after.
+bool withReadOnlyFolder(const std::string& dir, const std::function<bool()>& body, unsigned mode = 0555);
 
 // Runs `body` with files limited to `bytes`, as a disk with that much room
 // left: a longer write fails with EFBIG instead of the signal.

@@ -78,6 +78,26 @@ TEST_F(Edit, EnterSavesTheLabelsIntoTheTagAndTheTable) {
   EXPECT_TRUE(windowRestored(t.st));
 }
 
+// Re-timed without the alignment keys, whatever the last run left behind.
+TEST_F(Edit, EnterWithoutTheAlignmentKeysKeepsTheAlignment) {
+  const struct {
+    const char16_t* tag;
+    const char16_t* leftOver;
+  } cases[] = {{u"SUB[2LN ", u"C"}, {u"SUB[2 N ", u"R"}, {u"SUB[2RN ", u"L"}};
+  for (const auto& c : cases) {
+    t.open(u16(c.tag) + u"00:00:04:00>00:00:06:00]\rText\r\r");
+    t.cursorAt(c.tag);
+    t.st.s.ultimaposhcc = c.leftOver;
+    keys([](Session& s, ViewState& v) {
+      v.LabDur.caption = u"00:00:06:15";
+      s.saveedittiming = true;
+      s.g_fedit = false;
+    });
+    mnu_sub_edit(t.st);
+    EXPECT_EQ(t.content(), u16(c.tag) + u"00:00:04:00>00:00:06:15]\rText\r\r");
+  }
+}
+
 TEST_F(Edit, EscapeLeavesEverythingAsItWas) {
   keys([](Session& s, ViewState& v) {
     v.LabCom.caption = u"00:00:04:10";

@@ -105,6 +105,13 @@ TEST_F(Parameters, OptionItemsToggleTheirPanelAndTheSimulationItemsExcludeEachOt
   t.st.view.menu("mnu_dub_opc_sim").checked = true;
   mnu_sub_opc_sim(t.st);  // switching it off leaves the dubbing option alone
   EXPECT_TRUE(t.st.view.menu("mnu_dub_opc_sim").checked);
+  // The dubbing item is the same switch the other way round.
+  mnu_dub_opc_sim(t.st);
+  EXPECT_FALSE(t.st.view.menu("mnu_dub_opc_sim").checked);
+  mnu_sub_opc_sim(t.st);
+  mnu_dub_opc_sim(t.st);
+  EXPECT_TRUE(t.st.view.menu("mnu_dub_opc_sim").checked);
+  EXPECT_FALSE(t.st.view.menu("mnu_sub_opc_sim").checked);
 }
 
 }  // namespace

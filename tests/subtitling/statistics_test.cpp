@@ -34,19 +34,25 @@ TEST_F(Statistics, BoxCountsLinesCharactersAndWholeSubtitledMinutes) {
   EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
 }
 
-// The percentage counts whole minutes of the window only, none without a
+// One subtitle in each minute of a 90-second window: the part minute counts.
+const char16_t* kEachMinute =
+    u"SUB[0 N 00:00:10:00>00:00:12:00]\nOne\n\nSUB[0 N 00:01:10:00>00:01:12:00]\nTwo\n\nSUB[\n";
+
+// The percentage counts the minutes of the window walked, none without a
 // window; a selection holding tags limits the count.
 TEST_F(Statistics, WindowAndSelectionShapeTheCounts) {
-  t.open(kScript);
   const struct {
     double start, end;
     long selectionEnd;
     const char16_t* expected;
+    const char16_t* script = kScript;
   } cases[] = {{0, 150, 0, u"Subtitled minutes: 2 = 80%"},
                {0, 0, 0, u"Subtitled minutes: 0 = 00%"},
-               {0, 240, 39, u"Total subtitles: 1\r"}};
+               {0, 240, 39, u"Total subtitles: 1\r"},
+               {0, 90, 0, u"Subtitled minutes: 2 = 133%", kEachMinute}};
   for (const auto& c : cases) {
     SCOPED_TRACE(toUtf8(c.expected));
+    t.open(c.script);
     window(c.start, c.end);
     t.docs.select({0, c.selectionEnd});
     auto text = subtitleStatistics(t.st);
