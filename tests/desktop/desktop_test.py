@@ -24,8 +24,8 @@ import time
 # by its colour and anything over it stands out.
 PICTURE = (24, 96, 72)
 SCREEN = (1280, 1024)
-# Where the station's overlay geometry counts from, relative to the picture:
-# 9 pixels left and 43 up (frame, title and menu of the original layout).
+# The station's overlay geometry counts from a corner 9 pixels left of the
+# picture and 43 above it.
 FRAME_TO_PICTURE = (9, 43)
 
 SCRIPT = "Good evening, everyone.\n\nThis is the first line\nand this the second.\n\nBye.\n"
@@ -65,24 +65,22 @@ class Capture:
         i = (y * self.width + x) * 3
         return self.data[i], self.data[i + 1], self.data[i + 2]
 
-    def pixels(self, rect, step=1):
+    def points(self, rect, step=1):
         x0, y0, w, h = rect
         for y in range(max(y0, 0), min(y0 + h, self.height), step):
             for x in range(max(x0, 0), min(x0 + w, self.width), step):
-                yield self.pixel(x, y)
+                yield x, y
+
+    def pixels(self, rect, step=1):
+        return (self.pixel(x, y) for x, y in self.points(rect, step))
 
     def picture(self, within=(0, 0) + SCREEN, step=2):
         """The bounding rectangle of the picture's colour, or None; to the
         pixel with a step of 1."""
-        xs, ys = [], []
-        x0, y0, w, h = within
-        for y in range(max(y0, 0), min(y0 + h, self.height), step):
-            for x in range(max(x0, 0), min(x0 + w, self.width), step):
-                if near(self.pixel(x, y), PICTURE, 24):
-                    xs.append(x)
-                    ys.append(y)
-        if len(xs) < 1600 // (step * step):
+        found = [(x, y) for x, y in self.points(within, step) if near(self.pixel(x, y), PICTURE, 24)]
+        if len(found) < 1600 // (step * step):
             return None
+        xs, ys = [x for x, _ in found], [y for _, y in found]
         return (min(xs), min(ys), max(xs) - min(xs) + 1, max(ys) - min(ys) + 1)
 
     def panel(self, rect):
