@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QOpenGLWidget>
 #include <QScreen>
+#include <QWindow>
 
 #include "app/menu_commands.h"
 #include "captions/caption_checks.h"
@@ -86,6 +87,7 @@ class PictureFirstPlayer : public MediaPlayer {
 
 // The script window goes to the right of the station, where the screen has
 // room for it, so the operator sees the picture and the text side by side.
+// Frames count: neither window may reach past the screen's usable area.
 void placeBeside(QWidget* script, const QWidget* station) {
   if (!station->screen()) return;
   const QRect frame = station->frameGeometry();
@@ -96,8 +98,9 @@ void placeBeside(QWidget* script, const QWidget* station) {
   const QRect scriptFrame = script->frameGeometry();
   const int frameWidth = scriptFrame.width() - script->width();
   const int frameHeight = scriptFrame.height() - script->height();
-  script->move(left, frame.top());
-  script->resize(width - frameWidth, room.bottom() - frame.top() + 1 - frameHeight);
+  const int top = std::max(frame.top(), room.top());
+  script->move(left, top);
+  script->resize(width - frameWidth, room.bottom() - top + 1 - frameHeight);
 }
 
 #ifdef HAVE_QUILLON_MPV_WIDGET
@@ -168,6 +171,9 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
 
   ui_.beforePump = [this] { refresh(); };
   ui_.dialogParent = [this]() -> QWidget* { return window_ && window_->isVisible() ? window_.get() : nullptr; };
+  ui_.beforeDialog = [this] {
+    if (window_) window_->dismissSplash();
+  };
   window_->afterCommand = [this] { refresh(); };
   window_->closeRequested = [this] { close(); };
   window_->beforeKey = [this] { freshPosition(); };
@@ -223,6 +229,7 @@ DesktopStation::~DesktopStation() {
     pedalInput_->close();
   }
   ui_.beforePump = nullptr;
+  ui_.beforeDialog = nullptr;
   if (window_) {
     window_->afterCommand = nullptr;
     window_->closeRequested = nullptr;
@@ -241,8 +248,26 @@ bool DesktopStation::start(const u16& videoPath) {
   const u16 commandLine = videoPath.empty() ? u16() : u"\"" + videoPath + u"\"";
   const bool opened = startStation(*station_, commandLine);
   refresh();
-  if (opened && scriptWindow_) placeBeside(scriptWindow_, window_.get());
+  if (opened && scriptWindow_) arrangeWindows();
   return opened && !ended_;
+}
+
+void DesktopStation::arrangeWindows() {
+  // A window manager puts its frame round the station some moments after
+  // the station shows; the script window is placed once that frame is
+  // known, or once it is clear that none comes (a bare X server).
+  auto* poll = new QTimer(this);
+  poll->setInterval(50);
+  connect(poll, &QTimer::timeout, this, [this, poll, tries = 0]() mutable {
+    QWindow* w = window_->windowHandle();
+    const bool exposed = w && w->isExposed();
+    const bool framed = window_->frameGeometry() != window_->geometry();
+    if (++tries < 40 && !(exposed && (framed || tries >= 10))) return;
+    poll->stop();
+    poll->deleteLater();
+    if (!ended_ && scriptWindow_) placeBeside(scriptWindow_, window_.get());
+  });
+  poll->start();
 }
 
 void DesktopStation::close() {

@@ -71,6 +71,7 @@ class DesktopStation : public QObject {
   void freshPosition();
   void endProgram();
   bool prepareForPicture();
+  void arrangeWindows();
 
   DesktopOptions options_;
   QtUi ui_;

@@ -7,6 +7,7 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScreen>
 #include <QSlider>
 #include <QStatusBar>
 #include <QToolBar>
@@ -74,9 +75,10 @@ MainWindow::MainWindow(Station& st, QWidget* video)
   setFocusPolicy(Qt::StrongFocus);
   buildMenus();
   buildControls();
-  formaSub_ = new FormaSubWindow(st, this);
-  formaCC_ = new FormaCCWindow(st, this);
-  text1_ = new Text1Window(st, this);
+  // Created after the picture, so they stack above it.
+  formaSub_ = new FormaSubWindow(st, central_);
+  formaCC_ = new FormaCCWindow(st, central_);
+  text1_ = new Text1Window(st, central_);
   splash_ = new SplashWindow();
   for (OverlayWindow* w : {static_cast<OverlayWindow*>(formaSub_), static_cast<OverlayWindow*>(formaCC_),
                            static_cast<OverlayWindow*>(text1_)})
@@ -90,6 +92,9 @@ MainWindow::MainWindow(Station& st, QWidget* video)
   }
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { onFocusChanged(now); });
   renderGeometry();
+  // The station starts in the top left corner of the usable screen; a
+  // window manager left to choose may put it anywhere, even half off it.
+  if (const QScreen* s = QGuiApplication::primaryScreen()) move(s->availableGeometry().topLeft());
 }
 
 MainWindow::~MainWindow() { delete splash_; }
@@ -217,18 +222,29 @@ QMenu* MainWindow::menu(std::string_view item) const {
 
 void MainWindow::refresh() {
   const ViewState& v = st_.view;
-  splash_->setVisible(v.splashVisible);
-  if (v.splashVisible && splash_->isVisible()) {
+  const bool outer = !rendering_;
+  rendering_ = true;
+  const bool splash = v.splashVisible && !splashDismissed_;
+  if (splash_->isVisible() != splash) splash_->setVisible(splash);
+  if (splash && splash_->isVisible()) {
     if (const QScreen* s = splash_->screen()) splash_->move(s->geometry().center() - splash_->rect().center());
   }
   const QString title = toQString(v.caption);
   if (windowTitle() != title) setWindowTitle(title);
-  renderGeometry();
+  // The menus first: the normal window's height counts the menu bar, which
+  // full screen hid.
   renderMenus();
+  renderGeometry();
   renderControls();
   if (isVisible() != v.visible) setVisible(v.visible);
   renderOverlays();
   renderFocus();
+  if (outer) rendering_ = false;
+}
+
+void MainWindow::dismissSplash() {
+  splashDismissed_ = true;
+  splash_->hide();
 }
 
 void MainWindow::renderGeometry() {
@@ -353,12 +369,24 @@ void MainWindow::renderControls() {
   }
 }
 
-QPoint MainWindow::overlayOrigin() const { return video_->mapToGlobal(QPoint(0, 0)) - kFrameToPicture; }
-
-QRect MainWindow::overlayRect(int left, int top, int width, int height) const {
+QRect MainWindow::overlayPlace(int left, int top, int width, int height) const {
   const OverlayState& o = st_.view.overlays;
-  return QRect(overlayOrigin() + QPoint(twipsToPixels(left - o.mainLeft), twipsToPixels(top - o.mainTop)),
+  return QRect(video_->pos() - kFrameToPicture +
+                   QPoint(twipsToPixels(left - o.mainLeft), twipsToPixels(top - o.mainTop)),
                QSize(twipsToPixels(width), twipsToPixels(height)));
+}
+
+void MainWindow::showOverlay(QWidget* overlay, bool visible) {
+  if (overlay->isVisibleTo(central_) == visible) return;
+  if (visible) {
+    overlay->raise();
+    overlay->show();
+    return;
+  }
+  // The keys it held go back to the window; where from there is the view
+  // state's to say, not the widget order's.
+  if (overlay->isAncestorOf(QApplication::focusWidget()) || overlay->hasFocus()) setFocus(Qt::OtherFocusReason);
+  overlay->hide();
 }
 
 void MainWindow::renderOverlays() {
@@ -367,62 +395,59 @@ void MainWindow::renderOverlays() {
 
   const FormaSubState& f = o.FormaSub;
   formaSub_->render(f, st_.s.overlayFontSize);
-  const QRect subRect = overlayRect(f.Left, f.Top, f.Width, f.Height);
+  const QRect subRect = overlayPlace(f.Left, f.Top, f.Width, f.Height);
   if (formaSub_->geometry() != subRect) formaSub_->setGeometry(subRect);
   const bool subVisible = f.Visible && shown;
   if (subVisible != subShown_) {
     subShown_ = subVisible;
-    formaSub_->setVisible(subVisible);
-    // A window brought on top takes the keys, as the operator expects.
+    showOverlay(formaSub_, subVisible);
+    // An overlay that comes up takes the keys, as the operator expects.
     if (subVisible) o.focus = "FormaSub";
   }
 
   const FormaCCState& c = o.FormaCC;
   formaCC_->render(c);
-  const QRect ccRect = overlayRect(c.Left, c.Top, c.Width, c.Height);
+  const QRect ccRect = overlayPlace(c.Left, c.Top, c.Width, c.Height);
   if (formaCC_->geometry() != ccRect) formaCC_->setGeometry(ccRect);
   const bool ccVisible = c.Visible && shown;
   if (ccVisible != ccShown_) {
     ccShown_ = ccVisible;
-    formaCC_->setVisible(ccVisible);
+    showOverlay(formaCC_, ccVisible);
     if (ccVisible) o.focus = "FormaCC";
   }
 
   // Text1 lies across the top of the picture; it rests off to the left.
   const Text1State& t = o.Text1;
   text1_->render(t);
-  const QPoint picture = video_->mapToGlobal(QPoint(0, 0));
-  const QRect textRect(picture + QPoint(twipsToPixels(t.Left), 4), QSize(video_->width(), 66));
+  const QRect textRect(video_->pos() + QPoint(twipsToPixels(t.Left), 4), QSize(video_->width(), 66));
   if (text1_->geometry() != textRect) text1_->setGeometry(textRect);
   // An empty box would only hide the picture; its keys reach it through
   // the main window meanwhile.
-  const bool textVisible = t.Visible && !t.Text.empty() && shown;
-  if (text1_->isVisible() != textVisible) text1_->setVisible(textVisible);
+  showOverlay(text1_, t.Visible && !t.Text.empty() && shown);
 }
 
 void MainWindow::renderFocus() {
   const std::string& focus = st_.view.overlays.focus;
-  if (focus == appliedFocus_) return;
+  if (focus == appliedFocus_ || !isVisible()) return;
   appliedFocus_ = focus;
-  auto activate = [](QWidget* window, QWidget* target) {
-    if (!window->isVisible()) return false;
-    window->raise();
-    window->activateWindow();
+  auto take = [this](QWidget* target) {
+    if (!target->isVisible()) return false;
+    raise();
+    activateWindow();
     target->setFocus(Qt::OtherFocusReason);
     return true;
   };
-  if (focus == "FormaSub" && activate(formaSub_, formaSub_)) return;
-  if (focus == "FormaCC" && activate(formaCC_, formaCC_)) return;
-  if (focus == "Text1" && activate(text1_, text1_->box())) return;
-  if (!isVisible()) return;
-  if (focus == "slVideo" && slider_->isVisible() && slider_->isEnabled())
-    activate(this, slider_);
-  else
-    activate(this, this);
+  if (focus == "FormaSub" && take(formaSub_)) return;
+  if (focus == "FormaCC" && take(formaCC_)) return;
+  if (focus == "Text1" && take(text1_->box())) return;
+  if (focus == "slVideo" && slider_->isEnabled() && take(slider_)) return;
+  take(this);
 }
 
 void MainWindow::onFocusChanged(QWidget* now) {
-  if (!now) return;
+  // Only the operator's own moves (a click) tell the view state anything;
+  // the window's moves follow it.
+  if (!now || rendering_) return;
   std::string name;
   if (now == slider_)
     name = "slVideo";

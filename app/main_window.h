@@ -49,19 +49,22 @@ class MainWindow : public QMainWindow {
   // The close box: the owner runs the closing path.
   std::function<void()> closeRequested;
 
+  // Takes the splash away for good: a box of the start must never sit
+  // under it.
+  void dismissSplash();
+
   // Runs a command of the logic, then afterCommand.
   void run(const std::function<void(Station&)>& command);
   // The click of a menu item by name, as a key that stands for it does.
   void clickMenu(std::string_view item);
 
-  // Where the frame's corner stands for the overlays, in screen pixels:
-  // the station's overlay geometry counts from the main window's Left and
-  // Top as the picture sat on the desktop the layout was drawn for (4
-  // pixels of border, 43 of title and menu bar above the picture), so it
-  // is taken from the picture's place here, whatever this desktop's frame.
-  QPoint overlayOrigin() const;
-  // The screen rectangle of an overlay at Left, Top, Width, Height twips.
-  QRect overlayRect(int left, int top, int width, int height) const;
+  // Where an overlay at Left, Top, Width, Height twips stands, in the
+  // coordinates of the window's client area, where the overlays live. The
+  // station's overlay geometry counts from the main window's Left and Top
+  // as the picture sat on the desktop the layout was drawn for (4 pixels of
+  // border, 43 of title and menu bar above the picture), so it is taken
+  // from the picture's place here, whatever this desktop's frame.
+  QRect overlayPlace(int left, int top, int width, int height) const;
 
   // The widgets, by the names the logic gives them.
   QAction* action(std::string_view item) const;
@@ -94,6 +97,7 @@ class MainWindow : public QMainWindow {
   void renderControls();
   void renderOverlays();
   void renderFocus();
+  void showOverlay(QWidget* overlay, bool visible);
   void renderGeometry();
   void onFocusChanged(QWidget* now);
   void sendKey(QKeyEvent* e);
@@ -118,6 +122,8 @@ class MainWindow : public QMainWindow {
   SplashWindow* splash_ = nullptr;
 
   bool settingSlider_ = false;
+  bool rendering_ = false;
+  bool splashDismissed_ = false;
   bool labelDoubleClicked_ = false;
   std::string appliedFocus_ = "\x01";  // nothing applied yet
   bool subShown_ = false, ccShown_ = false;

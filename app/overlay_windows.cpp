@@ -76,10 +76,18 @@ QLabel* overlayLabel(QWidget* parent) {
 
 }  // namespace
 
-OverlayWindow::OverlayWindow(Station& st, QWidget* owner)
-    : QWidget(owner, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint), st_(st) {
+OverlayWindow::OverlayWindow(Station& st, QWidget* owner) : QWidget(owner), st_(st) {
   setFocusPolicy(Qt::StrongFocus);
   setBackground(this, 0x000000);
+  hide();
+}
+
+bool OverlayWindow::event(QEvent* e) {
+  if (e->type() == QEvent::ShortcutOverride) {
+    e->accept();
+    return true;
+  }
+  return QWidget::event(e);
 }
 
 TimingOverlayWindow::TimingOverlayWindow(Station& st, QWidget* owner, const char* name, const Handlers& handlers)
@@ -170,11 +178,15 @@ void FormaCCWindow::render(const FormaCCState& f) {
   QFont base("Monospace");
   base.setStyleHint(QFont::TypeWriter);
   base.setPixelSize(15);
-  bool anyRow = false;
-  for (int r = 1; r <= 4; ++r) anyRow = anyRow || !f.labline(r).caption.empty();
+  // The window is as high as its rows down to the last one written, 250
+  // twips each; the empty rows under that are not drawn at all.
+  int last = 0;
+  for (int r = 1; r <= 4; ++r)
+    if (!f.labline(r).caption.empty()) last = r;
+  const bool anyRow = last > 0;
   for (int r = 1; r <= 4; ++r) {
     renderLine(rows_[static_cast<size_t>(r - 1)], f.labline(r), base);
-    rows_[static_cast<size_t>(r - 1)]->setVisible(anyRow);
+    rows_[static_cast<size_t>(r - 1)]->setVisible(r <= last);
   }
   renderLine(rows_[4], f.Line1, base);
   renderLine(rows_[5], f.Line2, base);
@@ -245,6 +257,10 @@ void Text1Window::render(const Text1State& t) {
 }
 
 bool Text1Window::eventFilter(QObject* watched, QEvent* e) {
+  if (watched == box_ && e->type() == QEvent::ShortcutOverride) {
+    e->accept();
+    return true;
+  }
   if (watched == box_ && (e->type() == QEvent::KeyPress || isTab(e))) {
     auto* k = static_cast<QKeyEvent*>(e);
     starting();
@@ -259,6 +275,7 @@ bool Text1Window::eventFilter(QObject* watched, QEvent* e) {
 
 SplashWindow::SplashWindow() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint) {
   setObjectName("frminicio");
+  setWindowTitle("frminicio");
   setFixedSize(360, 200);
 }
 

@@ -1,7 +1,12 @@
-// The windows that float over the picture: the subtitle overlay FormaSub,
-// the caption overlay FormaCC, the dubbing text box Text1, and the splash
-// window frminicio. Each renders its part of the view state and hands its
-// keys and mouse presses to the logic.
+// What floats over the picture: the subtitle overlay FormaSub, the caption
+// overlay FormaCC and the dubbing text box Text1, and the splash window
+// frminicio. Each renders its part of the view state and hands its keys and
+// mouse presses to the logic.
+//
+// The three overlays are child widgets of the main window, stacked above the
+// picture. A separate top-level window is stacked by the window manager,
+// which may (or, on a bare X server, will) put the main window over it the
+// moment the main window is raised; a child cannot go under its own window.
 #pragma once
 
 #include <array>
@@ -21,7 +26,7 @@ namespace quillon {
 // 24-bit colour with blue in the high byte, as Qt takes it.
 QColor bgrColor(uint32_t c);
 
-// A top-most borderless window over the main window.
+// A borderless panel over the picture, a child of `owner`.
 class OverlayWindow : public QWidget {
   Q_OBJECT
 
@@ -39,6 +44,9 @@ class OverlayWindow : public QWidget {
   void done() {
     if (afterEvent) afterEvent();
   }
+  // Every key with the focus here is the overlay's own: no shortcut of the
+  // main window (a menu's Alt letter) takes it first.
+  bool event(QEvent* e) override;
   Station& st_;
 };
 

@@ -84,11 +84,14 @@ QString startPath(const FileDialogRequest& req) {
 
 }  // namespace
 
-QWidget* QtUi::parent() const { return dialogParent ? dialogParent() : nullptr; }
+QWidget* QtUi::prepareDialog() const {
+  if (beforeDialog) beforeDialog();
+  return dialogParent ? dialogParent() : nullptr;
+}
 
 Answer QtUi::messageBox(const MessageBoxRequest& box) {
   const auto specs = buttonsOf(box.buttons);
-  QMessageBox mb(qtIcon(box.icon), titleOf(box.title), toQString(box.text), QMessageBox::NoButton, parent());
+  QMessageBox mb(qtIcon(box.icon), titleOf(box.title), toQString(box.text), QMessageBox::NoButton, prepareDialog());
   QString text = toQString(box.text);
   text.replace(u'\r', u'\n');
   // A subtitle's own text may start like markup (an imported "<I>"): the
@@ -114,7 +117,7 @@ std::optional<u16> QtUi::inputBox(const u16& prompt, const u16& title, const u16
   bool ok = false;
   QString prompted = toQString(prompt);
   prompted.replace(u'\r', u'\n');
-  QInputDialog dialog(parent());
+  QInputDialog dialog(prepareDialog());
   dialog.setWindowTitle(titleOf(title));
   dialog.setInputMode(QInputDialog::TextInput);
   dialog.setLabelText(prompted);
@@ -126,13 +129,13 @@ std::optional<u16> QtUi::inputBox(const u16& prompt, const u16& title, const u16
 }
 
 std::optional<std::string> QtUi::openFileDialog(const FileDialogRequest& req) {
-  QString path = QFileDialog::getOpenFileName(parent(), toQString(req.title), startPath(req), qtFileFilter(req.filter));
+  QString path = QFileDialog::getOpenFileName(prepareDialog(), toQString(req.title), startPath(req), qtFileFilter(req.filter));
   if (path.isEmpty()) return std::nullopt;
   return path.toStdString();
 }
 
 std::optional<std::string> QtUi::saveFileDialog(const FileDialogRequest& req) {
-  QString path = QFileDialog::getSaveFileName(parent(), toQString(req.title), startPath(req), qtFileFilter(req.filter));
+  QString path = QFileDialog::getSaveFileName(prepareDialog(), toQString(req.title), startPath(req), qtFileFilter(req.filter));
   if (path.isEmpty()) return std::nullopt;
   return path.toStdString();
 }

@@ -26,6 +26,8 @@ class QtUi : public UserInterface {
   std::function<void()> beforePump;
   // Parent of the boxes and dialogs; null for none.
   std::function<QWidget*()> dialogParent;
+  // Runs before any box or dialog opens.
+  std::function<void()> beforeDialog;
 
   Answer messageBox(const MessageBoxRequest& box) override;
   std::optional<u16> inputBox(const u16& prompt, const u16& title, const u16& defaultText) override;
@@ -47,7 +49,8 @@ class QtUi : public UserInterface {
   int pumps() const { return pumps_; }
 
  private:
-  QWidget* parent() const;
+  // Runs beforeDialog and gives the dialog's parent.
+  QWidget* prepareDialog() const;
   Pointer pointer_ = Pointer::Default;
   int pumps_ = 0;
 };

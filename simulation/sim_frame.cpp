@@ -8,8 +8,6 @@ namespace quillon {
 MainWindowLock lockMainWindow(Station& st) {
   MainWindowLock lock;
   ViewState& v = st.view;
-  lock.sliderVisible = v.slVideo.visible;
-  lock.toolbarVisible = v.toolbarVisible;
   v.slVideo.visible = false;
   v.toolbarVisible = false;
   for (size_t m = 0; m < lock.kMenus.size(); ++m) {
@@ -22,8 +20,7 @@ MainWindowLock lockMainWindow(Station& st) {
 
 void unlockMainWindow(Station& st, const MainWindowLock& lock) {
   ViewState& v = st.view;
-  v.slVideo.visible = lock.sliderVisible;
-  v.toolbarVisible = lock.toolbarVisible;
+  v.slVideo.visible = v.toolbarVisible = !st.s.fullscreenmode;
   for (size_t m = 0; m < lock.kMenus.size(); ++m) v.menu(lock.kMenus[m]).enabled = lock.menuEnabled[m];
   v.overlays.focus = "slVideo";
   st.ui.setPointer(Pointer::Default);

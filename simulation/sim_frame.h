@@ -14,13 +14,13 @@ struct MainWindowLock {
   static constexpr std::array<const char*, 7> kMenus = {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub",
                                                         "mnu_cc",   "mnu_herr",     "mnu_hlp"};
   std::array<bool, kMenus.size()> menuEnabled{};
-  bool sliderVisible = true, toolbarVisible = true;
 };
 
 // Hides slVideo and Toolbar1 and disables the top menus, so that nothing
 // but the simulation's own keys can act while it runs.
 MainWindowLock lockMainWindow(Station& st);
-// Brings them back, gives slVideo the focus and the pointer its normal shape.
+// Brings them back (the slider and toolbar only outside full screen, whose
+// layout has none), gives slVideo the focus and the pointer its normal shape.
 void unlockMainWindow(Station& st, const MainWindowLock& lock);
 
 // The video has come to its end: the position reached the duration, or the

@@ -9,13 +9,11 @@
 #include "simulation/reading_speed_color.h"
 #include "simulation/sim_frame.h"
 #include "transport/video_commands.h"
+#include "transport/video_menu.h"
 
 namespace quillon {
 
 namespace {
-
-// Until the transport offers its way back from full screen, the flag alone.
-void leaveFullScreenMode(Station& st) { st.s.fullscreenmode = 0; }
 
 constexpr uint32_t kWhite = 0xFFFFFF;
 
@@ -201,7 +199,8 @@ void simulateBlocks(Station& st, int mode, WysiwygRenderer* renderer) {
   }
 
   s.g_fsim = false;
-  if (s.fullscreenmode) leaveFullScreenMode(st);
+  // The same way back as Ctrl+F and Esc: menus, labels and the window's size.
+  if (s.fullscreenmode) leaveFullScreen(st);
   ov.Text1.Text.clear();
   ov.Text1.SelStart = ov.Text1.SelLength = 0;
   ov.Text1.Alignment = kAlignLeft;

@@ -1,21 +1,24 @@
 #include "simulation/simulation_menus.h"
 
+#include "script/document_ops.h"
 #include "script/tag_grammar.h"
 #include "simulation/simulate_blocks.h"
 
 namespace quillon {
 
+// Like every command on the script, a subtitle simulation attaches first, so
+// that no open script is said in a box rather than by nothing happening.
 void mnu_sim_d(Station& st) {
-  if (scanSubtitles(st, 0)) simulateBlocks(st, 0);
+  if (attachDocument(st) && scanSubtitles(st, 0)) simulateBlocks(st, 0);
 }
 
 void mnu_sim_s(Station& st) {
-  if (scanSubtitles(st, 1)) simulateBlocks(st, 1);
+  if (attachDocument(st) && scanSubtitles(st, 1)) simulateBlocks(st, 1);
 }
 
 // The whole document is scanned; the engine picks the starting entry.
 void mnu_sim_q(Station& st) {
-  if (scanSubtitles(st, 0)) simulateBlocks(st, 2);
+  if (attachDocument(st) && scanSubtitles(st, 0)) simulateBlocks(st, 2);
 }
 
 void mnu_cc_sim_d(Station& st) {
