@@ -26,7 +26,6 @@ class MemoryDocument {
   u16 text() const { return text_.text(0, length()); }
   u16 text(TextRange r) const { return text_.text(r.start, r.end); }
   long length() const { return text_.length(); }
-  const TextTree& tree() const { return text_; }
 
   void insert(long pos, u16v text, bool stickLeft, bool italic);
   void erase(TextRange r);
