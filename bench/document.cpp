@@ -8,22 +8,14 @@
 
 #include <random>
 
+#include "bench/support/timed_script.h"
 #include "script/memory_document.h"
 #include "script/tag_grammar.h"
 
 namespace {
 
 using namespace quillon;
-
-u16 timedScript(int count) {
-  u16 out;
-  for (int i = 0; i < count; ++i) {
-    double in = 10.0 + 4.0 * i;
-    out += subtitleTag(i % 10, u' ', u'N', in, in + 3.0, 25);
-    out += u"Line one of subtitle " + numberText(i + 1) + u"\rand its second line\r\r";
-  }
-  return out;
-}
+using bench::timedScript;
 
 constexpr int kEdits = 20000;
 
