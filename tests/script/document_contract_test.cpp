@@ -2,7 +2,6 @@
 
 #include "script/document_files.h"
 #include "script/memory_document.h"
-#include "support/reference_document.h"
 
 namespace quillon::testing {
 namespace {
@@ -26,11 +25,7 @@ std::unique_ptr<DocumentService> reloadedPlainText(const std::u16string& text) {
 
 INSTANTIATE_TEST_SUITE_P(Embedded, DocumentContract,
                          ::testing::Values(DocumentFactory{"memory", memoryDocument},
-                                           DocumentFactory{"plaintext", reloadedPlainText},
-                                           DocumentFactory{"reference",
-                                                           [](const std::u16string& text) -> std::unique_ptr<DocumentService> {
-                                                             return std::make_unique<ReferenceDocumentService>(text);
-                                                           }}),
+                                           DocumentFactory{"plaintext", reloadedPlainText}),
                          factoryName);
 
 }  // namespace
