@@ -95,26 +95,16 @@ TEST_F(Retiming, NtscToPalIntoANewDocument) {
 // entry's own tag is rewritten all the same, and the first tag only once.
 TEST(InPlaceRetiming, EveryTagIsRewrittenOnceWhereItStands) {
   struct Case {
-    const char* name;
     int fps;
-    std::function<void(SubtitlingStation&)> command;
+    void (*command)(Station&);
     u16 before, after;
   } cases[] = {
-      {"offset", 30,
-       [](SubtitlingStation& t) {
-         t.ui.inputs = {u16(u"00:00:03:00")};
-         mnu_tex_off(t.st);
-       },
+      {30, mnu_tex_off,  // to 00:00:03:00: two seconds on
        block("00:00:01:00", "00:00:03:00", "A") + block("00:00:03:00", "00:00:05:00", "B"),
        block("00:00:03:00", "00:00:05:00", "A") + block("00:00:05:00", "00:00:07:00", "B")},
-      {"PAL to NTSC", 25, [](SubtitlingStation& t) { mnu_tex_PALtoNTSC(t.st); },
-       block("00:00:01:10", "00:00:02:10", "A") + block("00:00:01:12", "00:00:02:12", "B"),
+      {25, mnu_tex_PALtoNTSC, block("00:00:01:10", "00:00:02:10", "A") + block("00:00:01:12", "00:00:02:12", "B"),
        block("00:00:01:12", "00:00:02:12", "A") + block("00:00:01:14", "00:00:02:14", "B")},
-      {"interleave", 30,
-       [](SubtitlingStation& t) {
-         t.st.s.minInterleave = 2;
-         mnu_sub_changeinterleave(t.st);
-       },
+      {30, mnu_sub_changeinterleave,  // two frames at least
        block("00:00:01:00", "00:00:02:00", "A") + block("00:00:02:01", "00:00:03:00", "B") +
            block("00:00:02:03", "00:00:03:00", "C"),
        block("00:00:01:00", "00:00:02:00", "A") + block("00:00:02:03", "00:00:03:00", "B") +
@@ -123,9 +113,11 @@ TEST(InPlaceRetiming, EveryTagIsRewrittenOnceWhereItStands) {
   for (const Case& c : cases) {
     SubtitlingStation t(c.fps);
     t.st.s.checksDisabled = true;  // the overlaps are the point here
+    t.st.s.minInterleave = 2;
+    t.ui.inputs = {u16(u"00:00:03:00")};
     t.open(c.before);
-    c.command(t);
-    EXPECT_EQ(t.content(), c.after) << c.name;
+    c.command(t.st);
+    EXPECT_EQ(t.content(), c.after) << "case " << (&c - cases);
   }
 }
 
