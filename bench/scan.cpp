@@ -2,6 +2,7 @@
 // simulation starts with. The pairs show how the cost grows with the script.
 #include <benchmark/benchmark.h>
 
+#include "bench/support/timed_script.h"
 #include "core/scripted_ui.h"
 #include "core/station.h"
 #include "script/memory_document.h"
@@ -10,16 +11,7 @@
 namespace {
 
 using namespace quillon;
-
-u16 timedScript(int count) {
-  u16 out;
-  for (int i = 0; i < count; ++i) {
-    double in = 10.0 + 4.0 * i;
-    out += subtitleTag(i % 10, u' ', u'N', in, in + 3.0, 25);
-    out += u"Line one of subtitle " + numberText(i + 1) + u"\rand its second line\r\r";
-  }
-  return out;
-}
+using bench::timedScript;
 
 void BM_ScanSubtitles(benchmark::State& state) {
   const int n = static_cast<int>(state.range(0));

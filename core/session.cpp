@@ -15,6 +15,7 @@ ScanTable::ScanTable()
       isSubtitle(kScanCapacity + 1, false),
       voiceOn(kScanCapacity + 1, false),
       voiceIndex(kScanCapacity + 1, 0.0),
+      tagAt(kScanCapacity + 1, 0),
       records(kScanCapacity + 1),
       captionRows(kScanCapacity + 1) {}
 
@@ -30,6 +31,7 @@ void ScanTable::clear() {
   std::fill(isSubtitle.begin(), isSubtitle.end(), false);
   std::fill(voiceOn.begin(), voiceOn.end(), false);
   std::fill(voiceIndex.begin(), voiceIndex.end(), 0.0);
+  std::fill(tagAt.begin(), tagAt.end(), 0);
   for (auto& t : text) t.clear();
   for (auto& t : noteText) t.clear();
   static const SubtitleRecord kEmpty{};

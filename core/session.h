@@ -38,6 +38,8 @@ struct ScanTable {
   std::vector<u16> noteText;
   std::vector<bool> isSubtitle, voiceOn;
   std::vector<double> voiceIndex;
+  // Document offset of each entry's tag, so that it can be rewritten where it stands.
+  std::vector<long> tagAt;
   std::vector<SubtitleRecord> records;
   // Four text rows per caption, [index][0..3].
   std::vector<std::array<u16, 4>> captionRows;

@@ -369,30 +369,29 @@ bool DocumentService::execute(const FindRequest& f) {
   long span = 0;
   for (size_t i = 0; i < f.findText.size(); ++i, ++span)
     if (f.findText[i] == u'^' && i + 1 < f.findText.size() && (f.findText[i + 1] == u'?' || f.findText[i + 1] == u'^')) ++i;
+  // The text is read in windows that double from a small one up to a bound:
+  // finding the next tag near the cursor costs the distance to it, and no
+  // search holds more than one window of the script at a time. A window
+  // reads `span` characters past its end, so a match across its edge is seen.
+  constexpr long kFirstWindow = 256, kLargestWindow = 1L << 16;
   auto searchRange = [&](long a, long b, bool forward, long& at, long& mlen) {
-    if (a >= b) return false;
-    if (!forward) {
-      u16 part = text({a, b});
-      return findIn(part, a, a, b, false, at, mlen);
-    }
-    // Forward searches read ahead in growing windows, so finding the next
-    // tag near the cursor costs the distance to it, not the rest of the script.
-    long chunk = 4096;
-    for (long start = a; start < b; start += chunk, chunk *= 2) {
-      long stop = std::min(b, start + chunk);
-      u16 part = text({start, std::min(b, stop + span)});
-      if (findIn(part, start, start, std::min(b, stop + span), true, at, mlen) && at < stop) return true;
-      if (stop >= b) break;
+    long chunk = kFirstWindow;
+    for (long done = 0; done < b - a; done += chunk, chunk = std::min(chunk * 2, kLargestWindow)) {
+      // Match starts looked at in this window: [first, stop).
+      const long first = forward ? a + done : std::max(a, b - done - chunk);
+      const long stop = forward ? std::min(b, first + chunk) : b - done;
+      const long readTo = std::min(b, stop + span);
+      u16 part = text({first, readTo});
+      if (findIn(part, first, first, readTo, forward, at, mlen) && at < stop) return true;
     }
     return false;
   };
 
   if (replacing && f.replace == ReplaceMode::All) {
     std::vector<std::pair<long, long>> hits;
-    u16 part = text({from, to});
     long p = from;
     long at, mlen;
-    while (p < to && findIn(part, from, p, to, true, at, mlen)) {
+    while (p < to && searchRange(p, to, true, at, mlen)) {
       hits.push_back({at, mlen});
       p = at + std::max(mlen, 1L);
     }

@@ -7,35 +7,17 @@ namespace quillon {
 MemoryDocument::MemoryDocument() { setText(u"\r"); }
 
 void MemoryDocument::setText(u16v text) {
-  text_ = u16(text);
-  if (text_.empty() || text_.back() != CR) text_ += CR;
-  italic_.assign(text_.size(), 0);
+  u16 t(text);
+  if (t.empty() || t.back() != CR) t += CR;
+  text_.assign(t);
   sel_ = {0, 0};
   undo_.clear();
-  rebuildStarts();
   notify(Change::Reset);
-}
-
-void MemoryDocument::rebuildStarts() {
-  starts_.clear();
-  starts_.push_back(0);
-  for (size_t i = 0; i + 1 < text_.size(); ++i)
-    if (text_[i] == CR) starts_.push_back(static_cast<long>(i) + 1);
 }
 
 void MemoryDocument::rawInsert(long pos, u16v t, const std::vector<uint8_t>& ital, bool stickLeft) {
   long n = static_cast<long>(t.size());
-  text_.insert(static_cast<size_t>(pos), t);
-  italic_.insert(italic_.begin() + pos, ital.begin(), ital.end());
-  // Paragraph starts behind the insertion move; new paragraph marks add starts.
-  auto it = std::upper_bound(starts_.begin(), starts_.end(), pos);
-  for (auto j = it; j != starts_.end(); ++j) *j += n;
-  std::vector<long> fresh;
-  for (long k = 0; k < n; ++k)
-    if (t[static_cast<size_t>(k)] == CR) fresh.push_back(pos + k + 1);
-  // A mark inserted at the very end would open a paragraph behind the final mark.
-  while (!fresh.empty() && fresh.back() >= length()) fresh.pop_back();
-  starts_.insert(it, fresh.begin(), fresh.end());
+  text_.insert(pos, t, ital.data());
   selectionAfterInsert(sel_, pos, n, stickLeft);
   notify(Change::Text, pos, 0, n);
 }
@@ -67,15 +49,9 @@ void MemoryDocument::selectionAfterErase(TextRange& sel, long a, long b) {
 }
 
 void MemoryDocument::rawErase(long a, long b) {
-  long n = b - a;
-  text_.erase(static_cast<size_t>(a), static_cast<size_t>(n));
-  italic_.erase(italic_.begin() + a, italic_.begin() + b);
-  auto first = std::upper_bound(starts_.begin(), starts_.end(), a);
-  auto last = std::upper_bound(first, starts_.end(), b);
-  auto it = starts_.erase(first, last);
-  for (; it != starts_.end(); ++it) *it -= n;
+  text_.erase(a, b);
   selectionAfterErase(sel_, a, b);
-  notify(Change::Text, a, n, 0);
+  notify(Change::Text, a, b - a, 0);
 }
 
 void MemoryDocument::insert(long pos, u16v t, bool stickLeft, bool ital) {
@@ -90,56 +66,33 @@ void MemoryDocument::erase(TextRange r) {
   long a = std::clamp(r.start, 0L, length() - 1);
   long b = std::clamp(r.end, a, length() - 1);  // the final mark stays
   if (b <= a) return;
-  Edit e{a, text_.substr(static_cast<size_t>(a), static_cast<size_t>(b - a)),
-         std::vector<uint8_t>(italic_.begin() + a, italic_.begin() + b), 0};
+  Edit e{a, text_.text(a, b), text_.italics(a, b), 0};
   rawErase(a, b);
   undo_.push_back(std::move(e));
   modified = true;
 }
 
-void MemoryDocument::replace(TextRange r, u16v t, bool ital) {
-  const long n = static_cast<long>(t.size());
-  const bool inside = r.start >= 0 && r.start < r.end && r.end <= length() - 1;
-  const bool sameLength = inside && r.length() == n;
-  const auto hasCR = [](u16v x) { return x.find(CR) != u16v::npos; };
-  if (!sameLength || hasCR(t) || hasCR(u16v(text_).substr(static_cast<size_t>(r.start), static_cast<size_t>(n)))) {
-    erase(r);
-    insert(r.start, t, false, ital);
-    return;
-  }
-  // Same length and no paragraph mark on either side: the characters are
-  // overwritten where they stand, so a long script is not moved for every
-  // tag rewritten. Undo and the selection end up as erase-then-insert leaves them.
-  Edit removed{r.start, text_.substr(static_cast<size_t>(r.start), static_cast<size_t>(n)),
-               std::vector<uint8_t>(italic_.begin() + r.start, italic_.begin() + r.end), 0};
-  std::copy(t.begin(), t.end(), text_.begin() + r.start);
-  std::fill(italic_.begin() + r.start, italic_.begin() + r.end, ital ? 1 : 0);
-  selectionAfterErase(sel_, r.start, r.end);
-  selectionAfterInsert(sel_, r.start, n, false);
-  undo_.push_back(std::move(removed));
-  undo_.push_back({r.start, {}, {}, n});
-  modified = true;
-  notify(Change::Text, r.start, n, n);
-}
-
 bool MemoryDocument::italic(TextRange r) const {
   long a = std::clamp(r.start, 0L, length());
   long b = std::clamp(r.end, a, length());
-  if (a == b) return a < length() && italic_[a];
+  if (a == b) return a < length() && text_.italics(a, a + 1).front();
   // A paragraph's own mark carries no formatting of its own here.
   long italicCount = 0, counted = 0;
-  for (long i = a; i < b; ++i) {
-    if (text_[i] == CR) continue;
-    ++counted;
-    italicCount += italic_[i];
-  }
+  text_.forEachPiece(a, b, [&](const char16_t* c, const uint8_t* f, long n, long) {
+    for (long i = 0; i < n; ++i) {
+      if (c[i] == CR) continue;
+      ++counted;
+      italicCount += f[i];
+    }
+    return true;
+  });
   return counted > 0 && italicCount == counted;
 }
 
 void MemoryDocument::setItalic(TextRange r, bool on) {
   long a = std::clamp(r.start, 0L, length());
   long b = std::clamp(r.end, a, length());
-  for (long i = a; i < b; ++i) italic_[i] = on ? 1 : 0;
+  text_.setItalic(a, b, on);
   modified = true;
   if (b > a) notify(Change::Italic, a, 0, b - a);
 }
@@ -153,14 +106,14 @@ void MemoryDocument::setSelection(TextRange r) {
 
 TextRange MemoryDocument::paragraph(long n) const {
   if (n < 1 || n > paragraphsCount()) return {};
-  long s = starts_[n - 1];
-  long e = n < paragraphsCount() ? starts_[n] : length();
-  return {s, e};
+  long s = n == 1 ? 0 : text_.markAt(n - 1) + 1;
+  return {s, text_.markAt(n) + 1};
 }
 
 long MemoryDocument::paragraphIndexAt(long pos) const {
-  auto it = std::upper_bound(starts_.begin(), starts_.end(), pos);
-  return std::max<long>(1, static_cast<long>(it - starts_.begin()));
+  if (pos < 0) return 1;
+  // The final mark opens no paragraph behind it.
+  return 1 + text_.marksBefore(std::min(pos, length() - 1));
 }
 
 bool MemoryDocument::undo() {
@@ -229,9 +182,7 @@ long MemoryDocumentService::length() {
 
 u16 MemoryDocumentService::text(TextRange r) {
   QUILLON_ACTIVE_OR(u16{});
-  long a = std::clamp(r.start, 0L, d->length());
-  long b = std::clamp(r.end, a, d->length());
-  return d->text().substr(static_cast<size_t>(a), static_cast<size_t>(b - a));
+  return d->text(r);
 }
 
 void MemoryDocumentService::insertText(long pos, u16v t, bool stickLeft, bool ital) {
@@ -242,11 +193,6 @@ void MemoryDocumentService::insertText(long pos, u16v t, bool stickLeft, bool it
 void MemoryDocumentService::eraseText(TextRange r) {
   QUILLON_ACTIVE_OR();
   d->erase(r);
-}
-
-void MemoryDocumentService::replaceText(TextRange r, u16v t, bool ital) {
-  QUILLON_ACTIVE_OR();
-  d->replace(r, t, ital);
 }
 
 bool MemoryDocumentService::italicAt(TextRange r) {

@@ -1,7 +1,8 @@
 // The station's own script document: paragraphs ending in CR, italics per
 // character, one selection, an undo list and named properties. It is the
 // embedded default behind the document service and the model the script
-// window shows and edits.
+// window shows and edits. The text lives in a TextTree, so an edit anywhere
+// costs the same in a script of any length.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "script/document_service.h"
+#include "script/text_tree.h"
 
 namespace quillon {
 
@@ -20,21 +22,24 @@ class MemoryDocument {
 
   // Content as given; a text that does not end with CR gets one.
   void setText(u16v text);
-  const u16& text() const { return text_; }
-  long length() const { return static_cast<long>(text_.size()); }
+  // Copies: the whole text, or the part a range covers (clamped).
+  u16 text() const { return text_.text(0, length()); }
+  u16 text(TextRange r) const { return text_.text(r.start, r.end); }
+  long length() const { return text_.length(); }
 
   void insert(long pos, u16v text, bool stickLeft, bool italic);
   void erase(TextRange r);
-  // erase(r) then insert(r.start, t, false, italic), in place when it can be.
-  void replace(TextRange r, u16v t, bool italic);
   bool italic(TextRange r) const;
   void setItalic(TextRange r, bool on);
-  const std::vector<uint8_t>& italicFlags() const { return italic_; }
+  // One flag per character, of the whole text or of a range.
+  std::vector<uint8_t> italicFlags() const { return text_.italics(0, length()); }
+  std::vector<uint8_t> italicFlags(TextRange r) const { return text_.italics(r.start, r.end); }
 
   TextRange selection() const { return sel_; }
   void setSelection(TextRange r);
 
-  long paragraphsCount() const { return static_cast<long>(starts_.size()); }
+  // The text always ends with a mark, so there are as many paragraphs as marks.
+  long paragraphsCount() const { return text_.marks(); }
   TextRange paragraph(long n) const;  // 1-based
   long paragraphIndexAt(long pos) const;
 
@@ -71,7 +76,6 @@ class MemoryDocument {
     std::vector<uint8_t> removedItalic;
     long insertedLength;
   };
-  void rebuildStarts();
   void notify(Change::Kind kind, long pos = 0, long removed = 0, long inserted = 0) {
     if (onChange) onChange(Change{kind, pos, removed, inserted});
   }
@@ -80,9 +84,7 @@ class MemoryDocument {
   static void selectionAfterInsert(TextRange& sel, long pos, long n, bool stickLeft);
   static void selectionAfterErase(TextRange& sel, long a, long b);
 
-  u16 text_;
-  std::vector<uint8_t> italic_;
-  std::vector<long> starts_;  // offset of each paragraph's first character
+  TextTree text_;
   TextRange sel_;
   std::vector<Edit> undo_;
 };
@@ -116,7 +118,6 @@ class MemoryDocumentService : public DocumentService {
   u16 text(TextRange r) override;
   void insertText(long pos, u16v text, bool stickLeft, bool italic) override;
   void eraseText(TextRange r) override;
-  void replaceText(TextRange r, u16v t, bool italic) override;
   bool italicAt(TextRange r) override;
   void setItalic(TextRange r, bool on) override;
   u16 fontName() override;

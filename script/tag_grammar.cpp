@@ -96,6 +96,7 @@ bool scanSubtitles(Station& st, int mode) {
   if (!st.doc) return false;
   DocumentService& d = *st.doc;
   const u16 text = mode == 1 ? d.selection() : d.content();
+  const long base = mode == 1 ? d.selectionRange().start : 0;  // where `text` starts in the document
   const long len = static_cast<long>(text.size());
   const int fps = st.fps();
   const double now = transformadaTCactual(st.s);
@@ -116,6 +117,7 @@ bool scanSubtitles(Station& st, int mode) {
       }
     }
     const char16_t letter = t >= 0 ? text[static_cast<size_t>(t)] : u'\0';
+    tb.tagAt[i] = base + t;
     if (!skip && letter == u'S') {
       const u16 inText = tagField(text, t, 8, 11), outText = tagField(text, t, 20, 11);
       tb.cueIn[i] = TCaSEG(inText, fps, st.ui);

@@ -6,7 +6,7 @@
 #include "script/document_ops.h"
 #include "script/document_service.h"
 #include "script/tag_grammar.h"
-#include "subtitling/times_replacer.h"
+#include "subtitling/in_place_times.h"
 
 namespace quillon {
 
@@ -145,14 +145,14 @@ void mnu_sub_changeinterleave(Station& st) {
   s.g_fsim = true;
   scanWithoutChecks(st, 0);
   const int fps = st.fps();
-  TimesReplacer replacer(st);
+  InPlaceTimes times(st);
   for (int i = 1; i <= tb.count(); ++i) {
     const double gap = FRAMESaSEG(s.minInterleave, fps);
     if (!(s.minInterleave > 0 && i > 1 && tb.cueOut[i - 1] > 0 && !(tb.cueOut[i - 1] + gap < tb.cueIn[i]))) continue;
     // One frame more than the minimum, so that the rule's own check passes.
     const double newIn = tb.cueOut[i - 1] + FRAMESaSEG(static_cast<int16_t>(s.minInterleave + 1), fps);
-    replacer.replace(timesPattern(SEGaTC(tb.cueIn[i], fps), SEGaTC(tb.cueOut[i], fps)),
-                     SEGaTC(newIn, fps) + u">" + SEGaTC(tb.cueOut[i], fps) + u"]");
+    times.rewrite(i, timesPattern(SEGaTC(tb.cueIn[i], fps), SEGaTC(tb.cueOut[i], fps)),
+                  SEGaTC(newIn, fps) + u">" + SEGaTC(tb.cueOut[i], fps) + u"]");
   }
   st.ui.setPointer(Pointer::Default);
 }

@@ -5,7 +5,7 @@
 #include "script/document_service.h"
 #include "script/tag_grammar.h"
 #include "subtitling/editing_commands.h"
-#include "subtitling/times_replacer.h"
+#include "subtitling/in_place_times.h"
 
 namespace quillon {
 
@@ -57,11 +57,11 @@ u16 expandTypedTimecode(const u16& t) {
 
 void retimeInPlace(Station& st, double offset, int fromFps, int toFps) {
   const ScanTable& tb = st.s.scan;
-  TimesReplacer replacer(st);
+  InPlaceTimes times(st);
   for (int i = 1; i <= tb.count(); ++i) {
     // The seconds stay; only their frame labels change with the rate.
     const u16 find = timesPattern(SEGaTC(tb.cueIn[i], fromFps), SEGaTC(tb.cueOut[i], fromFps));
-    replacer.replace(find, SEGaTC(tb.cueIn[i] + offset, toFps) + u">" + SEGaTC(tb.cueOut[i] + offset, toFps) + u"]");
+    times.rewrite(i, find, SEGaTC(tb.cueIn[i] + offset, toFps) + u">" + SEGaTC(tb.cueOut[i] + offset, toFps) + u"]");
   }
 }
 

@@ -103,8 +103,8 @@ std::string journalBytes(const std::vector<const MemoryDocument*>& docs) {
     putField(out, "path", d->path);
     putField(out, "font", toUtf8(d->fontName));
     putField(out, "text", utf16Bytes(d->text()));
-    putField(out, "italic", std::string_view(reinterpret_cast<const char*>(d->italicFlags().data()),
-                                             d->italicFlags().size()));
+    const auto flags = d->italicFlags();
+    putField(out, "italic", std::string_view(reinterpret_cast<const char*>(flags.data()), flags.size()));
     putField(out, "selection", std::to_string(d->selection().start) + " " + std::to_string(d->selection().end));
     for (const auto& [k, v] : d->customProperties) {
       putField(out, "custom-name", toUtf8(k));

@@ -138,14 +138,15 @@ void ScriptView::applyModelText(long pos, long removed, long inserted) {
     c.setPosition(static_cast<int>(pos + removed), QTextCursor::KeepAnchor);
     c.removeSelectedText();
   }
-  const u16& text = doc_.text();
-  const auto& flags = doc_.italicFlags();
-  for (long i = pos; i < pos + inserted;) {
-    long j = i;
-    while (j < pos + inserted && flags[static_cast<size_t>(j)] == flags[static_cast<size_t>(i)]) ++j;
+  // Only the inserted text is read, in runs of one slant.
+  const u16 text = doc_.text({pos, pos + inserted});
+  const auto flags = doc_.italicFlags({pos, pos + inserted});
+  for (size_t i = 0; i < text.size();) {
+    size_t j = i;
+    while (j < text.size() && flags[j] == flags[i]) ++j;
     QTextCharFormat f;
-    f.setFontItalic(flags[static_cast<size_t>(i)] != 0);
-    c.insertText(toEditorText(u16v(text).substr(static_cast<size_t>(i), static_cast<size_t>(j - i))), f);
+    f.setFontItalic(flags[i] != 0);
+    c.insertText(toEditorText(u16v(text).substr(i, j - i)), f);
     i = j;
   }
   c.endEditBlock();
@@ -160,16 +161,17 @@ void ScriptView::applyModelItalic(long pos, long length) {
   QScopedValueRollback<bool> guard(applyingModel_, true);
   const long end = std::min(pos + length, editorEnd());
   if (end <= pos) return;
-  const auto& flags = doc_.italicFlags();
+  const auto flags = doc_.italicFlags({pos, end});
+  const auto flag = [&](long k) { return flags[static_cast<size_t>(k - pos)]; };
   QTextCursor c(document());
   c.beginEditBlock();
   for (long i = pos; i < end;) {
     long j = i;
-    while (j < end && flags[static_cast<size_t>(j)] == flags[static_cast<size_t>(i)]) ++j;
+    while (j < end && flag(j) == flag(i)) ++j;
     c.setPosition(static_cast<int>(i));
     c.setPosition(static_cast<int>(j), QTextCursor::KeepAnchor);
     QTextCharFormat f;
-    f.setFontItalic(flags[static_cast<size_t>(i)] != 0);
+    f.setFontItalic(flag(i) != 0);
     c.mergeCharFormat(f);
     i = j;
   }
@@ -178,10 +180,10 @@ void ScriptView::applyModelItalic(long pos, long length) {
 
 void ScriptView::rebuildFromModel() {
   QScopedValueRollback<bool> guard(applyingModel_, true);
-  const u16& text = doc_.text();
+  const u16 text = doc_.text();
   // The final paragraph mark is the editor's own end of document.
   setPlainText(toEditorText(u16v(text).substr(0, text.size() - 1)));
-  const auto& flags = doc_.italicFlags();
+  const auto flags = doc_.italicFlags();
   QTextCursor c(document());
   c.beginEditBlock();
   QTextCharFormat italic;
@@ -259,12 +261,12 @@ void ScriptView::resyncWholeText() { takeEditorRange(0, doc_.length(), editorEnd
 void ScriptView::takeEditorRange(long pos, long oldEnd, long newEnd) {
   QScopedValueRollback<bool> guard(applyingEditor_, true);
   const QString fresh = editorText(pos, newEnd);
-  const u16& old = doc_.text();
+  const u16 old = doc_.text({pos, oldEnd});
   const long oldN = oldEnd - pos, newN = newEnd - pos;
   long p = 0;
-  while (p < oldN && p < newN && editorChar(old[static_cast<size_t>(pos + p)]) == fresh[p]) ++p;
+  while (p < oldN && p < newN && editorChar(old[static_cast<size_t>(p)]) == fresh[p]) ++p;
   long s = 0;
-  while (s < oldN - p && s < newN - p && editorChar(old[static_cast<size_t>(oldEnd - 1 - s)]) == fresh[newN - 1 - s]) ++s;
+  while (s < oldN - p && s < newN - p && editorChar(old[static_cast<size_t>(oldN - 1 - s)]) == fresh[newN - 1 - s]) ++s;
   const long at = pos + p;
   if (oldEnd - s > at) doc_.erase({at, oldEnd - s});
   if (newN - p - s > 0) doc_.insert(at, fromEditorText(fresh.mid(p, newN - p - s)), false, false);
@@ -274,11 +276,13 @@ void ScriptView::takeEditorRange(long pos, long oldEnd, long newEnd) {
 void ScriptView::italicsFromEditor(long a, long b) {
   b = std::min(b, doc_.length());
   const auto shown = editorItalics(a, b);
-  const u16& text = doc_.text();
+  const u16 text = doc_.text({a, b});
+  const auto flags = doc_.italicFlags({a, b});
   for (long i = a; i < b;) {
     const auto want = [&](long k) { return shown[static_cast<size_t>(k - a)] != 0; };
     const auto differs = [&](long k) {
-      return text[static_cast<size_t>(k)] != CR && (doc_.italicFlags()[static_cast<size_t>(k)] != 0) != want(k);
+      const size_t at = static_cast<size_t>(k - a);
+      return text[at] != CR && (flags[at] != 0) != want(k);
     };
     if (!differs(i)) {
       ++i;

@@ -9,8 +9,8 @@ namespace quillon::docfiles {
 
 std::vector<ParagraphText> documentParagraphs(const MemoryDocument& doc) {
   std::vector<ParagraphText> out;
-  const u16& t = doc.text();
-  const auto& flags = doc.italicFlags();
+  const u16 t = doc.text();
+  const auto flags = doc.italicFlags();
   out.reserve(static_cast<size_t>(doc.paragraphsCount()));
   for (long n = 1; n <= doc.paragraphsCount(); ++n) {
     TextRange r = doc.paragraph(n);

@@ -80,9 +80,10 @@ std::string partOf(const std::string& packageBytes, const std::string& name) {
 std::u16string marked(const MemoryDocument& doc) {
   std::u16string out;
   bool in = false;
-  const auto& flags = doc.italicFlags();
-  for (size_t i = 0; i < doc.text().size(); ++i) {
-    char16_t c = doc.text()[i];
+  const auto flags = doc.italicFlags();
+  const std::u16string text = doc.text();
+  for (size_t i = 0; i < text.size(); ++i) {
+    char16_t c = text[i];
     bool it = c != CR && flags[i];
     if (it != in) out += it ? u"<i>" : u"</i>";
     in = it;

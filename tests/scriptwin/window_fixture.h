@@ -34,12 +34,14 @@ inline void settle() {
 inline ::testing::AssertionResult editorInStep(ScriptView& v) {
   v.flushSelection();
   const MemoryDocument& d = v.model();
-  if (v.shownText() != d.text())
+  const u16 text = d.text();
+  if (v.shownText() != text)
     return ::testing::AssertionFailure() << "editor text differs: '" << toUtf8(v.shownText()) << "' vs '"
-                                         << toUtf8(d.text()) << "'";
+                                         << toUtf8(text) << "'";
   const auto shown = v.shownItalics();
-  for (size_t i = 0; i < d.text().size(); ++i)
-    if (d.text()[i] != CR && (shown[i] != 0) != (d.italicFlags()[i] != 0))
+  const auto flags = d.italicFlags();
+  for (size_t i = 0; i < text.size(); ++i)
+    if (text[i] != CR && (shown[i] != 0) != (flags[i] != 0))
       return ::testing::AssertionFailure() << "italics differ at " << i;
   const TextRange s = v.shownSelection();
   const TextRange m = d.selection();

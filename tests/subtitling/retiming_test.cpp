@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/timecode.h"
+#include "subtitling/editing_commands.h"
 #include "subtitling/retiming.h"
 #include "subtitling_fixture.h"
 
@@ -88,6 +89,36 @@ TEST_F(Retiming, NtscToPalIntoANewDocument) {
   mnu_tex_NTSCtoPAL(t.st);
   EXPECT_EQ(t.content(), script(u"SUB[0 N 00:00:01:13>00:00:02:24]\nA\n"));
   EXPECT_EQ(t.st.s.g_fps, 25);
+}
+
+// A tag already rewritten may read as a later entry's old times; the later
+// entry's own tag is rewritten all the same, and the first tag only once.
+TEST(InPlaceRetiming, EveryTagIsRewrittenOnceWhereItStands) {
+  struct Case {
+    int fps;
+    void (*command)(Station&);
+    u16 before, after;
+  } cases[] = {
+      {30, mnu_tex_off,  // to 00:00:03:00: two seconds on
+       block("00:00:01:00", "00:00:03:00", "A") + block("00:00:03:00", "00:00:05:00", "B"),
+       block("00:00:03:00", "00:00:05:00", "A") + block("00:00:05:00", "00:00:07:00", "B")},
+      {25, mnu_tex_PALtoNTSC, block("00:00:01:10", "00:00:02:10", "A") + block("00:00:01:12", "00:00:02:12", "B"),
+       block("00:00:01:12", "00:00:02:12", "A") + block("00:00:01:14", "00:00:02:14", "B")},
+      {30, mnu_sub_changeinterleave,  // two frames at least
+       block("00:00:01:00", "00:00:02:00", "A") + block("00:00:02:01", "00:00:03:00", "B") +
+           block("00:00:02:03", "00:00:03:00", "C"),
+       block("00:00:01:00", "00:00:02:00", "A") + block("00:00:02:03", "00:00:03:00", "B") +
+           block("00:00:03:03", "00:00:03:00", "C")},
+  };
+  for (const Case& c : cases) {
+    SubtitlingStation t(c.fps);
+    t.st.s.checksDisabled = true;  // the overlaps are the point here
+    t.st.s.minInterleave = 2;
+    t.ui.inputs = {u16(u"00:00:03:00")};
+    t.open(c.before);
+    c.command(t.st);
+    EXPECT_EQ(t.content(), c.after) << "case " << (&c - cases);
+  }
 }
 
 TEST_F(Retiming, BurntInTimecodeSetsTheWindowFromThePosition) {
