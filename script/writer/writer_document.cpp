@@ -1,0 +1,400 @@
+#include "script/writer/writer_document.h"
+
+#include <algorithm>
+
+#include <cppuhelper/implbase2.hxx>
+
+#include <com/sun/star/awt/FontSlant.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/lang/IllegalArgumentException.hpp>
+#include <com/sun/star/text/XTextViewCursorSupplier.hpp>
+#include <com/sun/star/util/XModifyBroadcaster.hpp>
+#include <com/sun/star/util/XModifyListener.hpp>
+#include <com/sun/star/util/XSearchable.hpp>
+#include <com/sun/star/util/XSearchDescriptor.hpp>
+#include <com/sun/star/view/XSelectionChangeListener.hpp>
+
+namespace quillon::uno {
+
+namespace {
+
+// Steps read in one call, and the spacing of the cursors kept for reaching
+// places: a cursor's walk costs Writer a step at a time, a call costs the
+// bridge a round trip. goRight takes at most 32767.
+constexpr long kChunk = 16384;
+constexpr long kMaxMove = 32767;
+
+class Watcher : public cppu::WeakImplHelper2<css::util::XModifyListener, css::view::XSelectionChangeListener> {
+ public:
+  explicit Watcher(std::shared_ptr<DocumentEvents> events) : events_(std::move(events)) {}
+  void SAL_CALL modified(const css::lang::EventObject&) override { ++events_->changes; }
+  void SAL_CALL selectionChanged(const css::lang::EventObject&) override { ++events_->selections; }
+  void SAL_CALL disposing(const css::lang::EventObject&) override { events_->closed = true; }
+
+ private:
+  std::shared_ptr<DocumentEvents> events_;
+};
+
+bool advance(const Reference<css::text::XTextCursor>& c, long steps, bool extend) {
+  while (steps > 0) {
+    const long k = std::min(steps, kMaxMove);
+    if (!c->goRight(static_cast<sal_Int16>(k), extend)) return false;
+    steps -= k;
+  }
+  return true;
+}
+
+bool slanted(const Any& posture) {
+  css::awt::FontSlant s = css::awt::FontSlant_NONE;
+  return (posture >>= s) && (s == css::awt::FontSlant_ITALIC || s == css::awt::FontSlant_OBLIQUE);
+}
+
+Any slant(bool italic) { return Any(italic ? css::awt::FontSlant_ITALIC : css::awt::FontSlant_NONE); }
+
+Reference<css::beans::XPropertySet> propertiesOf(const Reference<css::text::XTextCursor>& c) {
+  return Reference<css::beans::XPropertySet>(c, UNO_QUERY_THROW);
+}
+
+bool onlyParagraphMarks(u16v t) { return t.find_first_not_of(CR) == u16v::npos; }
+
+// Where a selection's ends go when `n` characters come in at `pos`: the
+// station's rule (a selection grows only from within; `stickLeft` keeps a
+// place at `pos` before the text) or Writer's (everything at `pos` moves).
+void afterInsert(TextRange& s, long pos, long n, bool stickLeft) {
+  const bool collapsed = s.collapsed();
+  if (s.start > pos || (s.start == pos && !stickLeft)) s.start += n;
+  if (collapsed) s.end = s.start;
+  else if (s.end > pos || (s.end == pos && stickLeft && false)) s.end += n;
+}
+
+void writerAfterInsert(TextRange& s, long pos, long n) {
+  if (s.start >= pos) s.start += n;
+  if (s.end >= pos) s.end += n;
+}
+
+void afterErase(TextRange& s, long a, long b) {
+  auto fix = [&](long& p) {
+    if (p >= b) p -= b - a;
+    else if (p > a) p = a;
+  };
+  fix(s.start);
+  fix(s.end);
+}
+
+}  // namespace
+
+WriterDocument::WriterDocument(const Reference<css::text::XTextDocument>& doc)
+    : doc_(doc), events_(std::make_shared<DocumentEvents>()) {
+  model_.set(doc, UNO_QUERY_THROW);
+  body_ = doc->getText();
+  compare_.set(body_, UNO_QUERY_THROW);
+  if (Reference<css::frame::XController> controller = model_->getCurrentController(); controller.is()) {
+    selector_.set(controller, UNO_QUERY);
+    Reference<css::text::XTextViewCursorSupplier> views(controller, UNO_QUERY);
+    if (views.is()) viewCursor_ = views->getViewCursor();
+  }
+  auto* watcher = new Watcher(events_);
+  watcher_ = static_cast<cppu::OWeakObject*>(watcher);
+  Reference<css::util::XModifyBroadcaster>(doc, UNO_QUERY_THROW)->addModifyListener(watcher);
+  if (selector_.is()) selector_->addSelectionChangeListener(watcher);
+}
+
+WriterDocument::~WriterDocument() {
+  if (!open()) return;
+  try {
+    Reference<css::util::XModifyListener> asModify(watcher_, UNO_QUERY);
+    Reference<css::view::XSelectionChangeListener> asSelection(watcher_, UNO_QUERY);
+    Reference<css::util::XModifyBroadcaster>(doc_, UNO_QUERY_THROW)->removeModifyListener(asModify);
+    if (selector_.is()) selector_->removeSelectionChangeListener(asSelection);
+  } catch (const css::uno::Exception&) {
+    // The office has gone; there is nothing left to stop listening to.
+  }
+}
+
+Reference<css::text::XTextCursor> WriterDocument::clone(const Reference<css::text::XTextCursor>& c) {
+  return body_->createTextCursorByRange(range(c));
+}
+
+Reference<css::text::XTextCursor> WriterDocument::startCursor() {
+  Reference<css::text::XTextCursor> c = body_->createTextCursor();
+  c->gotoStart(false);
+  return c;
+}
+
+const WriterText& WriterDocument::text() {
+  if (!fresh_ || events_->changes != seenChanges_) read();
+  return text_;
+}
+
+// The whole text in chunks of kChunk steps, each one call: a chunk that
+// reads one character a step is taken as it is; one that does not holds a
+// field, a note anchor or a table, and is halved until the odd step is
+// found. The chunk starts stay as the cursors places are reached from.
+void WriterDocument::read() {
+  ++reads_;
+  const long changesBefore = events_->changes;
+  text_.clear();
+  landmarks_.clear();
+  Reference<css::text::XTextCursor> walker = startCursor();
+  long step = 0;
+  for (;;) {
+    Reference<css::text::XTextCursor> start = clone(walker);
+    if (step > 0) landmarks_.push_back({step, start});
+    const bool full = walker->goRight(static_cast<sal_Int16>(kChunk), true);
+    const u16 got = fromOu(walker->getString());
+    const long n = full ? kChunk : stepsUpTo(start, writerSteps(got));
+    readChunk(start, n, got);
+    if (!full) break;
+    walker->collapseToEnd();
+    step += n;
+  }
+  text_.finish();
+  markLineBreaks();
+  fresh_ = true;
+  seenChanges_ = changesBefore;  // a change made while reading is read next time
+  selKnown_ = false;
+}
+
+// The steps left from `start` to the end of the text, checking the guess
+// the last chunk's text gives before searching.
+long WriterDocument::stepsUpTo(const Reference<css::text::XTextCursor>& start, long guess) {
+  auto reaches = [&](long n) { return advance(clone(start), n, false); };
+  Reference<css::text::XTextCursor> probe = clone(start);
+  if (advance(probe, guess, false) && !probe->goRight(1, false)) return guess;
+  long lo = 0, hi = kChunk;
+  while (lo < hi) {
+    const long mid = (lo + hi + 1) / 2;
+    if (reaches(mid)) lo = mid;
+    else hi = mid - 1;
+  }
+  return lo;
+}
+
+void WriterDocument::readChunk(const Reference<css::text::XTextCursor>& start, long steps, const u16& got) {
+  if (steps <= 0) return;
+  if (writerSteps(got) == steps) {
+    text_.appendPlain(got);
+    return;
+  }
+  if (steps == 1) {
+    text_.appendStep(got);
+    return;
+  }
+  const long half = steps / 2;
+  Reference<css::text::XTextCursor> middle = clone(start);
+  middle->goRight(static_cast<sal_Int16>(half), true);
+  const u16 first = fromOu(middle->getString());
+  middle->collapseToEnd();
+  u16 second;
+  if (got.compare(0, first.size(), first) == 0) {
+    second = got.substr(first.size());
+  } else {
+    Reference<css::text::XTextCursor> rest = clone(middle);
+    rest->goRight(static_cast<sal_Int16>(steps - half), true);
+    second = fromOu(rest->getString());
+  }
+  readChunk(start, half, first);
+  readChunk(middle, steps - half, second);
+}
+
+// Writer reads a manual line break and a paragraph break alike; its search
+// tells them apart. Breaks outside the body text (tables, frames) are not
+// part of the script as the service sees it.
+void WriterDocument::markLineBreaks() {
+  Reference<css::util::XSearchable> search(doc_, UNO_QUERY);
+  if (!search.is()) return;
+  Reference<css::util::XSearchDescriptor> what = search->createSearchDescriptor();
+  what->setSearchString("\\n");
+  Reference<css::beans::XPropertySet>(what, UNO_QUERY_THROW)->setPropertyValue("SearchRegularExpression", Any(true));
+  Reference<css::container::XIndexAccess> found = search->findAll(what);
+  const sal_Int32 count = found.is() ? found->getCount() : 0;
+  for (sal_Int32 i = 0; i < count; ++i) {
+    Reference<css::text::XTextRange> r(found->getByIndex(i), UNO_QUERY);
+    if (!r.is()) continue;
+    try {
+      text_.markLineBreak(text_.offsetOfStep(stepOf(r->getStart())));
+    } catch (const css::lang::IllegalArgumentException&) {
+    }
+  }
+}
+
+long WriterDocument::stepOf(const Reference<css::text::XTextRange>& position) {
+  // The last kept cursor not behind the position...
+  size_t lo = 0, hi = landmarks_.size();
+  while (lo < hi) {
+    const size_t mid = (lo + hi) / 2;
+    if (compare_->compareRegionStarts(range(landmarks_[mid].cursor), position) >= 0) lo = mid + 1;
+    else hi = mid;
+  }
+  Reference<css::text::XTextCursor> base = lo > 0 ? landmarks_[lo - 1].cursor : startCursor();
+  const long baseStep = lo > 0 ? landmarks_[lo - 1].step : 0;
+  const long limit = lo < landmarks_.size() ? landmarks_[lo].step : text_.steps();
+  // ...then the steps from it: the text between gives them unless it holds
+  // an odd step, which a search by comparison settles.
+  auto compareAt = [&](long s) {
+    Reference<css::text::XTextCursor> probe = clone(base);
+    advance(probe, s - baseStep, false);
+    return compare_->compareRegionStarts(range(probe), position);
+  };
+  Reference<css::text::XTextCursor> span = clone(base);
+  span->gotoRange(position, true);
+  const long guess = baseStep + writerSteps(fromOu(span->getString()));
+  if (guess <= limit && compareAt(guess) == 0) return guess;
+  long a = baseStep, b = limit;
+  while (a < b) {
+    const long m = (a + b) / 2;
+    const sal_Int16 c = compareAt(m);
+    if (c == 0) return m;
+    if (c > 0) a = m + 1;
+    else b = m;
+  }
+  return a;
+}
+
+Reference<css::text::XTextCursor> WriterDocument::cursorAtSteps(long a, long b) {
+  const long total = text_.steps();
+  a = std::clamp(a, 0L, total);
+  b = std::clamp(b, a, total);
+  auto after = std::upper_bound(landmarks_.begin(), landmarks_.end(), a,
+                                [](long s, const Landmark& l) { return s < l.step; });
+  Reference<css::text::XTextCursor> c;
+  long at = 0;
+  if (after == landmarks_.begin()) {
+    c = startCursor();
+  } else {
+    c = clone(std::prev(after)->cursor);
+    at = std::prev(after)->step;
+  }
+  while (a - at > kChunk) {
+    c->goRight(static_cast<sal_Int16>(kChunk), false);
+    at += kChunk;
+    after = std::next(landmarks_.insert(after, {at, clone(c)}));
+  }
+  advance(c, a - at, false);
+  if (b > a) advance(c, b - a, true);
+  return c;
+}
+
+Reference<css::text::XTextCursor> WriterDocument::cursorAt(TextRange r) {
+  return cursorAtSteps(text_.stepsTo(r.start), text_.stepsTo(r.end));
+}
+
+void WriterDocument::shiftLandmarks(long step, long removed, long inserted) {
+  // Cursors inside the replaced stretch or at its edges are dropped rather
+  // than guessed at; the others move with the text.
+  std::vector<Landmark> kept;
+  kept.reserve(landmarks_.size());
+  for (auto& l : landmarks_) {
+    if (l.step >= step && l.step <= step + removed) continue;
+    if (l.step > step) l.step += inserted - removed;
+    kept.push_back(std::move(l));
+  }
+  landmarks_ = std::move(kept);
+}
+
+TextRange WriterDocument::selection() {
+  if (selKnown_ && events_->selections == seenSelections_) return sel_;
+  const long seen = events_->selections;
+  text();
+  if (viewCursor_.is()) {
+    try {
+      const long a = stepOf(viewCursor_->getStart());
+      const long b = stepOf(viewCursor_->getEnd());
+      sel_ = {text_.offsetOfStep(std::min(a, b)), text_.offsetOfStep(std::max(a, b))};
+    } catch (const css::lang::IllegalArgumentException&) {
+      // The operator's cursor is in a table, a frame or a note: the last
+      // place the service knew stands.
+    }
+  }
+  selKnown_ = true;
+  seenSelections_ = seen;
+  return sel_;
+}
+
+void WriterDocument::select(TextRange r) {
+  const WriterText& t = text();
+  const long a = std::clamp(r.start, 0L, t.length());
+  const long b = std::clamp(r.end, a, t.length());
+  Reference<css::text::XTextCursor> c = cursorAt({a, b});
+  if (selector_.is()) selector_->select(Any(range(c)));
+  sel_ = {a, b};
+  selKnown_ = true;
+  seenSelections_ = events_->selections;
+}
+
+void WriterDocument::afterOwnCall(bool wasFresh) {
+  if (wasFresh) seenChanges_ = events_->changes;
+}
+
+void WriterDocument::replace(TextRange r, u16v t, bool stickLeft, bool italic) {
+  const WriterText& cur = text();
+  const long a = std::clamp(r.start, 0L, cur.length() - 1);  // the final mark stays
+  const long b = std::clamp(r.end, a, cur.length() - 1);
+  if (a == b && t.empty()) return;
+  const TextRange before = selection();
+  const bool selectionFresh = events_->selections == seenSelections_;
+  const long stepA = text_.stepsTo(a), stepB = text_.stepsTo(b);
+
+  Reference<css::text::XTextCursor> c = cursorAtSteps(stepA, stepB);
+  const bool wasFresh = events_->changes == seenChanges_;
+  c->setString(ou(toWriterText(t)));
+  afterOwnCall(wasFresh);
+  text_.erase({a, b});
+  text_.insert(a, t);
+  shiftLandmarks(stepA, stepB - stepA, writerSteps(t));
+
+  // Writer's insertion takes the formatting of its place; the station's
+  // takes the one asked for.
+  if (!onlyParagraphMarks(t) && slanted(propertiesOf(c)->getPropertyValue("CharPosture")) != italic) {
+    propertiesOf(c)->setPropertyValue("CharPosture", slant(italic));
+    afterOwnCall(wasFresh);
+  }
+
+  const long n = static_cast<long>(t.size());
+  TextRange ours = before, writers = before;
+  afterErase(ours, a, b);
+  afterInsert(ours, a, n, stickLeft);
+  afterErase(writers, a, b);
+  writerAfterInsert(writers, a, n);
+  sel_ = ours;
+  if (selectionFresh) seenSelections_ = events_->selections;
+  if (!(ours == writers) && selectionFresh) select(ours);
+}
+
+bool WriterDocument::italic(TextRange r) {
+  const WriterText& t = text();
+  long a = std::clamp(r.start, 0L, t.length());
+  long b = std::clamp(r.end, a, t.length());
+  if (a == b) b = std::min(a + 1, t.length());
+  // A paragraph's own mark carries no formatting of its own.
+  while (b > a && t.text()[static_cast<size_t>(b - 1)] == CR) --b;
+  if (a == b || onlyParagraphMarks(t.text({a, b}))) return false;
+  return slanted(propertiesOf(cursorAt({a, b}))->getPropertyValue("CharPosture"));
+}
+
+void WriterDocument::setItalic(TextRange r, bool on) {
+  const WriterText& t = text();
+  const long a = std::clamp(r.start, 0L, t.length());
+  const long b = std::clamp(r.end, a, t.length());
+  if (a == b) return;
+  const bool wasFresh = events_->changes == seenChanges_;
+  propertiesOf(cursorAt({a, b}))->setPropertyValue("CharPosture", slant(on));
+  afterOwnCall(wasFresh);
+}
+
+Any WriterDocument::wholeTextProperty(const char* name) {
+  Reference<css::text::XTextCursor> c = startCursor();
+  c->gotoEnd(true);
+  return propertiesOf(c)->getPropertyValue(OUString::createFromAscii(name));
+}
+
+void WriterDocument::setWholeTextProperty(const char* name, const Any& value) {
+  const bool wasFresh = fresh_ && events_->changes == seenChanges_;
+  Reference<css::text::XTextCursor> c = startCursor();
+  c->gotoEnd(true);
+  propertiesOf(c)->setPropertyValue(OUString::createFromAscii(name), value);
+  afterOwnCall(wasFresh);
+}
+
+}  // namespace quillon::uno
