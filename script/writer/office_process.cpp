@@ -46,7 +46,7 @@ std::string findProgram(const std::string& program) {
   return {};
 }
 
-OfficeProcess::~OfficeProcess() { running(); }
+OfficeProcess::~OfficeProcess() { reap(); }
 
 bool OfficeProcess::start(const OfficeLaunch& launch, std::string& error) {
   const std::string program = findProgram(launch.program);
@@ -62,7 +62,8 @@ bool OfficeProcess::start(const OfficeLaunch& launch, std::string& error) {
   }
   if (!launch.restore) args.push_back("--norestore");
   args.push_back("--nologo");
-  args.push_back("--accept=" + launch.connection + ";urp;StarOffice.ComponentContext");
+  if (launch.initialiseOnly) args.push_back("--terminate_after_init");
+  else args.push_back("--accept=" + launch.connection + ";urp;StarOffice.ComponentContext");
   std::vector<char*> argv;
   for (auto& a : args) argv.push_back(a.data());
   argv.push_back(nullptr);
@@ -86,34 +87,45 @@ bool OfficeProcess::start(const OfficeLaunch& launch, std::string& error) {
   }
   setpgid(child, child);
   pid_ = child;
-  status_ = -1;
+  group_ = child;
   return true;
 }
 
-bool OfficeProcess::running() {
-  if (pid_ <= 0) return false;
+void OfficeProcess::reap() {
+  if (pid_ <= 0) return;
   int status = 0;
-  pid_t r = waitpid(pid_, &status, WNOHANG);
-  if (r == 0) return true;
-  if (r == pid_) status_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-  pid_ = -1;
+  if (waitpid(pid_, &status, WNOHANG) != 0) pid_ = -1;
+}
+
+bool OfficeProcess::running() {
+  reap();
+  if (group_ <= 0) return false;
+  if (kill(-group_, 0) == 0) return true;
+  group_ = -1;
   return false;
 }
 
-void OfficeProcess::stop(double graceSeconds) {
-  if (pid_ <= 0) return;
-  const pid_t group = pid_;
-  kill(-group, SIGTERM);
-  const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(graceSeconds);
-  while (running() && std::chrono::steady_clock::now() < until)
+bool OfficeProcess::waitForEnd(double seconds) {
+  const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  while (running()) {
+    if (std::chrono::steady_clock::now() >= until) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  // The office may outlive the script that started it, in the same group.
-  kill(-group, SIGKILL);
+  }
+  return true;
+}
+
+void OfficeProcess::stop(double graceSeconds) {
+  if (!running()) return;
+  const pid_t group = group_;
+  kill(-group, SIGTERM);
+  if (!waitForEnd(graceSeconds)) kill(-group, SIGKILL);
+  waitForEnd(10);
   if (pid_ > 0) {
     int status = 0;
     waitpid(pid_, &status, 0);
     pid_ = -1;
   }
+  group_ = -1;
 }
 
 }  // namespace quillon

@@ -18,6 +18,9 @@ struct OfficeLaunch {
   std::string profileDir;
   bool headless = false;   // no windows at all: tests and benchmarks
   bool restore = true;     // offer the documents of an office that crashed
+  // Only sets the profile up and ends: a fresh profile's first start
+  // restarts the office once, which a listener should not see.
+  bool initialiseOnly = false;
 };
 
 // The connection the station uses unless told another: a pipe named for the
@@ -37,17 +40,18 @@ class OfficeProcess {
 
   // False with a reason when the program cannot be started.
   bool start(const OfficeLaunch& launch, std::string& error);
-  pid_t pid() const { return pid_; }
-  // True while the child has not ended; reaps it once it has, keeping its
-  // exit status.
+  // True while any process of the group it started lives (soffice leaves
+  // the office running under it); reaps the child itself once it has ended.
   bool running();
-  int exitStatus() const { return status_; }
-  // Ends the child's process group: TERM, then KILL after `graceSeconds`.
+  // Waits up to `seconds` for the whole group to end.
+  bool waitForEnd(double seconds);
+  // Ends the group: TERM, then KILL after `graceSeconds`.
   void stop(double graceSeconds = 10);
 
  private:
-  pid_t pid_ = -1;
-  int status_ = -1;
+  void reap();
+  pid_t pid_ = -1;    // the child, while not reaped
+  pid_t group_ = -1;  // the group it leads
 };
 
 }  // namespace quillon

@@ -5,25 +5,16 @@
 #include <cppuhelper/implbase2.hxx>
 
 #include <com/sun/star/awt/FontSlant.hpp>
-#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/text/XTextViewCursorSupplier.hpp>
 #include <com/sun/star/util/XModifyBroadcaster.hpp>
 #include <com/sun/star/util/XModifyListener.hpp>
-#include <com/sun/star/util/XSearchable.hpp>
-#include <com/sun/star/util/XSearchDescriptor.hpp>
 #include <com/sun/star/view/XSelectionChangeListener.hpp>
 
 namespace quillon::uno {
 
 namespace {
-
-// Steps read in one call, and the spacing of the cursors kept for reaching
-// places: a cursor's walk costs Writer a step at a time, a call costs the
-// bridge a round trip. goRight takes at most 32767.
-constexpr long kChunk = 16384;
-constexpr long kMaxMove = 32767;
 
 class Watcher : public cppu::WeakImplHelper2<css::util::XModifyListener, css::view::XSelectionChangeListener> {
  public:
@@ -35,15 +26,6 @@ class Watcher : public cppu::WeakImplHelper2<css::util::XModifyListener, css::vi
  private:
   std::shared_ptr<DocumentEvents> events_;
 };
-
-bool advance(const Reference<css::text::XTextCursor>& c, long steps, bool extend) {
-  while (steps > 0) {
-    const long k = std::min(steps, kMaxMove);
-    if (!c->goRight(static_cast<sal_Int16>(k), extend)) return false;
-    steps -= k;
-  }
-  return true;
-}
 
 bool slanted(const Any& posture) {
   css::awt::FontSlant s = css::awt::FontSlant_NONE;
@@ -65,7 +47,7 @@ void afterInsert(TextRange& s, long pos, long n, bool stickLeft) {
   const bool collapsed = s.collapsed();
   if (s.start > pos || (s.start == pos && !stickLeft)) s.start += n;
   if (collapsed) s.end = s.start;
-  else if (s.end > pos || (s.end == pos && stickLeft && false)) s.end += n;
+  else if (s.end > pos) s.end += n;
 }
 
 void writerAfterInsert(TextRange& s, long pos, long n) {
@@ -83,6 +65,15 @@ void afterErase(TextRange& s, long a, long b) {
 }
 
 }  // namespace
+
+bool advance(const Reference<css::text::XTextCursor>& c, long steps, bool extend) {
+  while (steps > 0) {
+    const long k = std::min(steps, kMaxMove);
+    if (!c->goRight(static_cast<sal_Int16>(k), extend)) return false;
+    steps -= k;
+  }
+  return true;
+}
 
 WriterDocument::WriterDocument(const Reference<css::text::XTextDocument>& doc)
     : doc_(doc), events_(std::make_shared<DocumentEvents>()) {
@@ -127,121 +118,31 @@ const WriterText& WriterDocument::text() {
   return text_;
 }
 
-// The whole text in chunks of kChunk steps, each one call: a chunk that
-// reads one character a step is taken as it is; one that does not holds a
-// field, a note anchor or a table, and is halved until the odd step is
-// found. The chunk starts stay as the cursors places are reached from.
-void WriterDocument::read() {
-  ++reads_;
-  const long changesBefore = events_->changes;
-  text_.clear();
-  landmarks_.clear();
-  Reference<css::text::XTextCursor> walker = startCursor();
-  long step = 0;
-  for (;;) {
-    Reference<css::text::XTextCursor> start = clone(walker);
-    if (step > 0) landmarks_.push_back({step, start});
-    const bool full = walker->goRight(static_cast<sal_Int16>(kChunk), true);
-    const u16 got = fromOu(walker->getString());
-    const long n = full ? kChunk : stepsUpTo(start, writerSteps(got));
-    readChunk(start, n, got);
-    if (!full) break;
-    walker->collapseToEnd();
-    step += n;
-  }
-  text_.finish();
-  markLineBreaks();
-  fresh_ = true;
-  seenChanges_ = changesBefore;  // a change made while reading is read next time
-  selKnown_ = false;
-}
-
-// The steps left from `start` to the end of the text, checking the guess
-// the last chunk's text gives before searching.
-long WriterDocument::stepsUpTo(const Reference<css::text::XTextCursor>& start, long guess) {
-  auto reaches = [&](long n) { return advance(clone(start), n, false); };
-  Reference<css::text::XTextCursor> probe = clone(start);
-  if (advance(probe, guess, false) && !probe->goRight(1, false)) return guess;
-  long lo = 0, hi = kChunk;
-  while (lo < hi) {
-    const long mid = (lo + hi + 1) / 2;
-    if (reaches(mid)) lo = mid;
-    else hi = mid - 1;
-  }
-  return lo;
-}
-
-void WriterDocument::readChunk(const Reference<css::text::XTextCursor>& start, long steps, const u16& got) {
-  if (steps <= 0) return;
-  if (writerSteps(got) == steps) {
-    text_.appendPlain(got);
-    return;
-  }
-  if (steps == 1) {
-    text_.appendStep(got);
-    return;
-  }
-  const long half = steps / 2;
-  Reference<css::text::XTextCursor> middle = clone(start);
-  middle->goRight(static_cast<sal_Int16>(half), true);
-  const u16 first = fromOu(middle->getString());
-  middle->collapseToEnd();
-  u16 second;
-  if (got.compare(0, first.size(), first) == 0) {
-    second = got.substr(first.size());
-  } else {
-    Reference<css::text::XTextCursor> rest = clone(middle);
-    rest->goRight(static_cast<sal_Int16>(steps - half), true);
-    second = fromOu(rest->getString());
-  }
-  readChunk(start, half, first);
-  readChunk(middle, steps - half, second);
-}
-
-// Writer reads a manual line break and a paragraph break alike; its search
-// tells them apart. Breaks outside the body text (tables, frames) are not
-// part of the script as the service sees it.
-void WriterDocument::markLineBreaks() {
-  Reference<css::util::XSearchable> search(doc_, UNO_QUERY);
-  if (!search.is()) return;
-  Reference<css::util::XSearchDescriptor> what = search->createSearchDescriptor();
-  what->setSearchString("\\n");
-  Reference<css::beans::XPropertySet>(what, UNO_QUERY_THROW)->setPropertyValue("SearchRegularExpression", Any(true));
-  Reference<css::container::XIndexAccess> found = search->findAll(what);
-  const sal_Int32 count = found.is() ? found->getCount() : 0;
-  for (sal_Int32 i = 0; i < count; ++i) {
-    Reference<css::text::XTextRange> r(found->getByIndex(i), UNO_QUERY);
-    if (!r.is()) continue;
-    try {
-      text_.markLineBreak(text_.offsetOfStep(stepOf(r->getStart())));
-    } catch (const css::lang::IllegalArgumentException&) {
-    }
-  }
-}
-
-long WriterDocument::stepOf(const Reference<css::text::XTextRange>& position) {
-  // The last kept cursor not behind the position...
+WriterDocument::Base WriterDocument::baseFor(const Reference<css::text::XTextRange>& position) {
   size_t lo = 0, hi = landmarks_.size();
   while (lo < hi) {
     const size_t mid = (lo + hi) / 2;
     if (compare_->compareRegionStarts(range(landmarks_[mid].cursor), position) >= 0) lo = mid + 1;
     else hi = mid;
   }
-  Reference<css::text::XTextCursor> base = lo > 0 ? landmarks_[lo - 1].cursor : startCursor();
-  const long baseStep = lo > 0 ? landmarks_[lo - 1].step : 0;
-  const long limit = lo < landmarks_.size() ? landmarks_[lo].step : text_.steps();
-  // ...then the steps from it: the text between gives them unless it holds
-  // an odd step, which a search by comparison settles.
+  return {lo > 0 ? landmarks_[lo - 1].cursor : startCursor(), lo > 0 ? landmarks_[lo - 1].step : 0,
+          lo < landmarks_.size() ? landmarks_[lo].step : text_.steps()};
+}
+
+long WriterDocument::stepOf(const Reference<css::text::XTextRange>& position) {
+  const Base base = baseFor(position);
+  // The text between gives the steps unless it holds an odd step, which a
+  // search by comparison settles.
   auto compareAt = [&](long s) {
-    Reference<css::text::XTextCursor> probe = clone(base);
-    advance(probe, s - baseStep, false);
+    Reference<css::text::XTextCursor> probe = clone(base.cursor);
+    advance(probe, s - base.step, false);
     return compare_->compareRegionStarts(range(probe), position);
   };
-  Reference<css::text::XTextCursor> span = clone(base);
+  Reference<css::text::XTextCursor> span = clone(base.cursor);
   span->gotoRange(position, true);
-  const long guess = baseStep + writerSteps(fromOu(span->getString()));
-  if (guess <= limit && compareAt(guess) == 0) return guess;
-  long a = baseStep, b = limit;
+  const long guess = base.step + writerSteps(fromOu(span->getString()));
+  if (guess <= base.limit && compareAt(guess) == 0) return guess;
+  long a = base.step, b = base.limit;
   while (a < b) {
     const long m = (a + b) / 2;
     const sal_Int16 c = compareAt(m);
@@ -252,10 +153,21 @@ long WriterDocument::stepOf(const Reference<css::text::XTextRange>& position) {
   return a;
 }
 
-Reference<css::text::XTextCursor> WriterDocument::cursorAtSteps(long a, long b) {
+const WriterDocument::Table* WriterDocument::tableAt(long step) const {
+  auto it = std::upper_bound(tables_.begin(), tables_.end(), step, [](long s, const Table& t) { return s < t.start; });
+  if (it == tables_.begin()) return nullptr;
+  --it;
+  return step < it->end ? &*it : nullptr;
+}
+
+Reference<css::text::XTextCursor> WriterDocument::cursorAtSteps(long a, long b, bool forEdit) {
   const long total = text_.steps();
   a = std::clamp(a, 0L, total);
   b = std::clamp(b, a, total);
+  if (tableAt(a) || tableAt(b)) throw InsideTable();
+  if (forEdit && b > a)
+    for (const Table& t : tables_)
+      if (t.start > a && t.start < b) throw InsideTable();
   auto after = std::upper_bound(landmarks_.begin(), landmarks_.end(), a,
                                 [](long s, const Landmark& l) { return s < l.step; });
   Reference<css::text::XTextCursor> c;
@@ -267,8 +179,12 @@ Reference<css::text::XTextCursor> WriterDocument::cursorAtSteps(long a, long b) 
     at = std::prev(after)->step;
   }
   while (a - at > kChunk) {
-    c->goRight(static_cast<sal_Int16>(kChunk), false);
-    at += kChunk;
+    // A cursor left in a table would stand behind it: leave it there.
+    long next = at + kChunk;
+    if (const Table* t = tableAt(next)) next = t->end;
+    if (next >= a) break;
+    advance(c, next - at, false);
+    at = next;
     after = std::next(landmarks_.insert(after, {at, clone(c)}));
   }
   advance(c, a - at, false);
@@ -276,13 +192,13 @@ Reference<css::text::XTextCursor> WriterDocument::cursorAtSteps(long a, long b) 
   return c;
 }
 
-Reference<css::text::XTextCursor> WriterDocument::cursorAt(TextRange r) {
-  return cursorAtSteps(text_.stepsTo(r.start), text_.stepsTo(r.end));
+Reference<css::text::XTextCursor> WriterDocument::cursorAt(TextRange r, bool forEdit) {
+  return cursorAtSteps(text_.stepsTo(r.start), text_.stepsTo(r.end), forEdit);
 }
 
-void WriterDocument::shiftLandmarks(long step, long removed, long inserted) {
+void WriterDocument::shiftPlaces(long step, long removed, long inserted) {
   // Cursors inside the replaced stretch or at its edges are dropped rather
-  // than guessed at; the others move with the text.
+  // than guessed at; the others move with the text, as do the tables.
   std::vector<Landmark> kept;
   kept.reserve(landmarks_.size());
   for (auto& l : landmarks_) {
@@ -291,6 +207,11 @@ void WriterDocument::shiftLandmarks(long step, long removed, long inserted) {
     kept.push_back(std::move(l));
   }
   landmarks_ = std::move(kept);
+  for (Table& t : tables_)
+    if (t.start > step) {
+      t.start += inserted - removed;
+      t.end += inserted - removed;
+    }
 }
 
 TextRange WriterDocument::selection() {
@@ -316,8 +237,13 @@ void WriterDocument::select(TextRange r) {
   const WriterText& t = text();
   const long a = std::clamp(r.start, 0L, t.length());
   const long b = std::clamp(r.end, a, t.length());
-  Reference<css::text::XTextCursor> c = cursorAt({a, b});
-  if (selector_.is()) selector_->select(Any(range(c)));
+  // A selection in a table is the station's alone: Writer's body cursor
+  // cannot stand there.
+  try {
+    Reference<css::text::XTextCursor> c = cursorAt({a, b}, false);
+    if (selector_.is()) selector_->select(Any(range(c)));
+  } catch (const InsideTable&) {
+  }
   sel_ = {a, b};
   selKnown_ = true;
   seenSelections_ = events_->selections;
@@ -336,13 +262,13 @@ void WriterDocument::replace(TextRange r, u16v t, bool stickLeft, bool italic) {
   const bool selectionFresh = events_->selections == seenSelections_;
   const long stepA = text_.stepsTo(a), stepB = text_.stepsTo(b);
 
-  Reference<css::text::XTextCursor> c = cursorAtSteps(stepA, stepB);
+  Reference<css::text::XTextCursor> c = cursorAtSteps(stepA, stepB, true);
   const bool wasFresh = events_->changes == seenChanges_;
   c->setString(ou(toWriterText(t)));
   afterOwnCall(wasFresh);
   text_.erase({a, b});
   text_.insert(a, t);
-  shiftLandmarks(stepA, stepB - stepA, writerSteps(t));
+  shiftPlaces(stepA, stepB - stepA, writerSteps(t));
 
   // Writer's insertion takes the formatting of its place; the station's
   // takes the one asked for.
@@ -370,7 +296,7 @@ bool WriterDocument::italic(TextRange r) {
   // A paragraph's own mark carries no formatting of its own.
   while (b > a && t.text()[static_cast<size_t>(b - 1)] == CR) --b;
   if (a == b || onlyParagraphMarks(t.text({a, b}))) return false;
-  return slanted(propertiesOf(cursorAt({a, b}))->getPropertyValue("CharPosture"));
+  return slanted(propertiesOf(cursorAt({a, b}, false))->getPropertyValue("CharPosture"));
 }
 
 void WriterDocument::setItalic(TextRange r, bool on) {
@@ -379,7 +305,7 @@ void WriterDocument::setItalic(TextRange r, bool on) {
   const long b = std::clamp(r.end, a, t.length());
   if (a == b) return;
   const bool wasFresh = events_->changes == seenChanges_;
-  propertiesOf(cursorAt({a, b}))->setPropertyValue("CharPosture", slant(on));
+  propertiesOf(cursorAt({a, b}, true))->setPropertyValue("CharPosture", slant(on));
   afterOwnCall(wasFresh);
 }
 

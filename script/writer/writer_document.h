@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <memory>
+#include <stdexcept>
 
 #include <com/sun/star/text/XTextRangeCompare.hpp>
 #include <com/sun/star/text/XTextViewCursor.hpp>
@@ -16,6 +17,20 @@
 #include "script/writer/writer_text.h"
 
 namespace quillon::uno {
+
+// Steps read in one call, and the spacing of the cursors kept for reaching
+// places: a cursor's walk costs Writer a step at a time, a call costs the
+// bridge a round trip. goRight takes at most 32767.
+inline constexpr long kChunk = 16384;
+inline constexpr long kMaxMove = 32767;
+
+// Moves a cursor right by any number of steps; false at the end of the text.
+bool advance(const Reference<css::text::XTextCursor>& c, long steps, bool extend);
+
+// A place the body text's cursor cannot stand on: inside a table.
+struct InsideTable : std::runtime_error {
+  InsideTable() : std::runtime_error("a place inside a table") {}
+};
 
 // Counted on the bridge's threads, read on the station's.
 struct DocumentEvents {
@@ -59,22 +74,47 @@ class WriterDocument {
     long step;
     Reference<css::text::XTextCursor> cursor;
   };
+  struct Stretch {
+    u16 text;
+    bool complete = false;                   // the selection got all the way
+    Reference<css::text::XTextCursor> stop;  // where it stopped when it did not
+  };
+  // Steps [start, end) of a table's cells: a walk that ends there is put
+  // behind the table, at `end`.
+  struct Table {
+    long start, end;
+  };
 
+  // Reading (writer_reading.cpp).
   void read();
-  void readChunk(const Reference<css::text::XTextCursor>& start, long steps, const u16& got);
-  long stepsUpTo(const Reference<css::text::XTextCursor>& start, long most);
+  Stretch between(const Reference<css::text::XTextCursor>& from, const Reference<css::text::XTextCursor>& to);
+  void readChunk(const Reference<css::text::XTextCursor>& from, long steps, const Reference<css::text::XTextCursor>& to,
+                 const Stretch& got);
+  long stepsUpTo(const Reference<css::text::XTextCursor>& start, long guess);
+  bool hasTables();
+  void locateTables();
   void markLineBreaks();
+
+  // Places.
+  // The last kept cursor not behind `position`, its step, and the step of
+  // the next one (or the end).
+  struct Base {
+    Reference<css::text::XTextCursor> cursor;
+    long step, limit;
+  };
+  Base baseFor(const Reference<css::text::XTextRange>& position);
   // A cursor over Writer's steps [a, b]; cursors are left along long walks
-  // so the next walk is short.
-  Reference<css::text::XTextCursor> cursorAtSteps(long a, long b);
-  Reference<css::text::XTextCursor> cursorAt(TextRange r);
+  // so the next walk is short. Throws InsideTable for a place in a table,
+  // and for an edit over one.
+  Reference<css::text::XTextCursor> cursorAtSteps(long a, long b, bool forEdit);
+  Reference<css::text::XTextCursor> cursorAt(TextRange r, bool forEdit);
+  const Table* tableAt(long step) const;
   // The step a position of the body text stands at.
   long stepOf(const Reference<css::text::XTextRange>& position);
   Reference<css::text::XTextCursor> clone(const Reference<css::text::XTextCursor>& c);
   Reference<css::text::XTextCursor> startCursor();
   void afterOwnCall(bool wasFresh);
-  void shiftLandmarks(long step, long removed, long inserted);
-  void pushSelectionIfMoved(const TextRange& ours, const TextRange& writers);
+  void shiftPlaces(long step, long removed, long inserted);
 
   Reference<css::text::XTextDocument> doc_;
   Reference<css::frame::XModel> model_;
@@ -90,6 +130,7 @@ class WriterDocument {
   long seenChanges_ = 0;
   long reads_ = 0;
   std::vector<Landmark> landmarks_;  // ascending steps
+  std::vector<Table> tables_;        // ascending
 
   TextRange sel_;
   bool selKnown_ = false;

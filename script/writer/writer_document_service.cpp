@@ -124,6 +124,10 @@ R withDocument(WriterDocumentService& s, WriterDocumentService::Impl& impl, R fa
   }
   try {
     return f(*impl.doc);
+  } catch (const InsideTable&) {
+    // Tags are not written inside tables: the body text's cursor cannot go there.
+    s.raiseError(kErrBadIndex);
+    return fallback;
   } catch (const css::uno::RuntimeException&) {
     // Closed under the call, or the bridge broke: which one is told by
     // whether the office still answers.
@@ -303,8 +307,9 @@ void WriterDocumentService::closeActive() {
 
 void WriterDocumentService::terminateOffice() {
   impl_->doc.reset();
+  std::string error;
   try {
-    if (impl_->bridge.connected()) impl_->bridge.desktop()->terminate();
+    if (reach(error)) impl_->bridge.desktop()->terminate();
   } catch (const css::uno::Exception&) {
     // The bridge goes down with the office.
   }

@@ -67,7 +67,10 @@ bool waitForOffice(WriterDocumentService& service, double timeoutSeconds, const 
   using clock = std::chrono::steady_clock;
   const auto until = clock::now() + std::chrono::duration<double>(timeoutSeconds);
   for (;;) {
-    if (service.reach(error)) return true;
+    if (service.reach(error)) {
+      error.clear();
+      return true;
+    }
     if (clock::now() >= until) {
       error = "LibreOffice did not start listening at " + service.options().connection + " within " +
               std::to_string(static_cast<int>(timeoutSeconds)) + " seconds";

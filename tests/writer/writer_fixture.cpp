@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <filesystem>
 #include <fstream>
 
 #include "support/station_fixture.h"
@@ -32,25 +33,44 @@ HeadlessOffice::HeadlessOffice() {
   profile_ = tempDir(name + "-profile");
 }
 
-HeadlessOffice::~HeadlessOffice() { stop(); }
+HeadlessOffice::~HeadlessOffice() {
+  stop();
+  std::error_code ec;
+  std::filesystem::remove_all(profile_, ec);
+}
 
 bool HeadlessOffice::installed() const { return !findProgram("soffice").empty(); }
 
 bool HeadlessOffice::start() {
   if (process_.running()) return true;
-  if (tried_ && !failure_.empty()) return false;
-  tried_ = true;
+  if (failed_) return false;
   failure_.clear();
   OfficeLaunch launch;
   launch.connection = connection_;
   launch.profileDir = profile_;
   launch.headless = true;
   launch.restore = false;
-  if (!process_.start(launch, failure_)) return false;
+  if (!initialised_) {
+    OfficeLaunch first = launch;
+    first.initialiseOnly = true;
+    OfficeProcess init;
+    if (!init.start(first, failure_)) {
+      failed_ = true;
+      return false;
+    }
+    if (!init.waitForEnd(300)) {
+      init.stop(1);
+      failure_ = "soffice did not set its profile up within 300 seconds";
+      failed_ = true;
+      return false;
+    }
+    initialised_ = true;
+  }
   // A fresh profile's first start is slow, the more so on a loaded machine.
   auto probe = service();
-  if (!waitForOffice(*probe, 300, {}, failure_)) {
+  if (!process_.start(launch, failure_) || !waitForOffice(*probe, 300, {}, failure_)) {
     process_.stop(1);
+    failed_ = true;
     return false;
   }
   return true;

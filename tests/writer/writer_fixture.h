@@ -38,7 +38,8 @@ class HeadlessOffice {
  private:
   std::string connection_, profile_, failure_;
   OfficeProcess process_;
-  bool tried_ = false;
+  bool failed_ = false;  // a start that failed is not tried again
+  bool initialised_ = false;
 };
 
 #define QUILLON_NEED_OFFICE(office)                                              \
