@@ -9,6 +9,7 @@
 
 #include <com/sun/star/bridge/UnoUrlResolver.hpp>
 #include <com/sun/star/bridge/XUnoUrlResolver.hpp>
+#include <com/sun/star/connection/NoConnectException.hpp>
 #include <com/sun/star/container/XEnumeration.hpp>
 #include <com/sun/star/container/XEnumerationAccess.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
@@ -34,7 +35,7 @@ Reference<css::uno::XComponentContext> localContext(std::string& error) {
                           ou(std::string("vnd.sun.star.pathname:") + QUILLON_LIBREOFFICE_PROGRAM + "/fundamentalrc"));
       context = cppu::defaultBootstrap_InitialComponentContext();
     } catch (const css::uno::Exception& e) {
-      failure = "the UNO runtime of LibreOffice could not be started: " + utf8(e.Message);
+      failure = "the UNO runtime of LibreOffice could not be started: " + reason(e);
     }
   });
   if (!context.is()) error = failure;
@@ -72,9 +73,13 @@ bool OfficeBridge::connect(const std::string& connection, std::string& error) {
     remote_.set(remote, UNO_QUERY_THROW);
     desktop_ = css::frame::Desktop::create(remote_);
     return true;
+  } catch (const css::connection::NoConnectException&) {
+    error = "LibreOffice does not answer at " + connection;
+    drop();
+    return false;
   } catch (const css::uno::Exception& e) {
     error = "LibreOffice does not answer at " + connection;
-    if (!e.Message.isEmpty()) error += ": " + utf8(e.Message);
+    if (!e.Message.isEmpty()) error += ": " + reason(e);
     drop();
     return false;
   }
@@ -132,9 +137,24 @@ Reference<css::text::XTextDocument> OfficeBridge::load(const std::string& path, 
     return doc;
   } catch (const css::uno::Exception& e) {
     error = "LibreOffice Writer could not open " + (path.empty() ? std::string("a new document") : path) + ": " +
-            utf8(e.Message);
+            reason(e);
     return {};
   }
 }
 
 }  // namespace quillon::uno
+
+namespace quillon {
+
+const char* unoRuntimeLeakSuppressions() {
+  return "leak:libuno_cppu.so\n"
+         "leak:libuno_cppuhelpergcc3.so\n"
+         "leak:libuno_sal.so\n"
+         "leak:libuno_salhelpergcc3.so\n"
+         "leak:libunoidllo.so\n"
+         "leak:libbinaryurplo.so\n"
+         "leak:libuuresolverlo.so\n"
+         "leak:libgcc3_uno.so\n";
+}
+
+}  // namespace quillon

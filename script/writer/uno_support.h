@@ -42,6 +42,15 @@ inline u16 fromOu(const OUString& s) {
 }
 inline std::string utf8(const OUString& s) { return OUStringToOString(s, RTL_TEXTENCODING_UTF8).getStr(); }
 
+// An exception's message for the operator, without the office's source
+// file and line.
+template <class E>
+std::string reason(const E& e) {
+  std::string m = utf8(e.Message);
+  if (auto at = m.find(" at ./"); at != std::string::npos) m.erase(at);
+  return m;
+}
+
 // A text range as the argument Writer's calls take, from any cursor.
 template <class T>
 Reference<css::text::XTextRange> range(const Reference<T>& r) {

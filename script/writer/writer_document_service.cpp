@@ -194,7 +194,7 @@ bool WriterDocumentService::connect() {
   } catch (const css::uno::Exception& e) {
     impl_->doc.reset();
     impl_->bridge.drop();
-    lastError_ = "LibreOffice stopped answering: " + utf8(e.Message);
+    lastError_ = "LibreOffice stopped answering: " + reason(e);
     return false;
   }
 }
@@ -239,7 +239,7 @@ bool WriterDocumentService::openFile(const std::string& path, std::string& error
     activateWindow();
     return true;
   } catch (const css::uno::Exception& e) {
-    error = "LibreOffice Writer could not open " + path + ": " + utf8(e.Message);
+    error = "LibreOffice Writer could not open " + path + ": " + reason(e);
     return false;
   }
 }
@@ -260,7 +260,7 @@ bool WriterDocumentService::useOpenFile(const std::string& path, std::string& er
     impl_->count = static_cast<int>(impl_->bridge.textDocuments().size());
     return true;
   } catch (const css::uno::Exception& e) {
-    error = "LibreOffice stopped answering: " + utf8(e.Message);
+    error = "LibreOffice stopped answering: " + reason(e);
     return false;
   }
 }

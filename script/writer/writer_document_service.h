@@ -104,4 +104,8 @@ class WriterDocumentService : public DocumentService {
 bool waitForOffice(WriterDocumentService& service, double timeoutSeconds, const std::function<void()>& whileWaiting,
                    std::string& error);
 
+// For programs built with the leak checker: what the UNO runtime keeps for
+// the life of the process, once loaded.
+const char* unoRuntimeLeakSuppressions();
+
 }  // namespace quillon
