@@ -7,9 +7,12 @@
 #include <osl/file.hxx>
 #include <rtl/bootstrap.hxx>
 
-#include <com/sun/star/bridge/UnoUrlResolver.hpp>
-#include <com/sun/star/bridge/XUnoUrlResolver.hpp>
+#include <com/sun/star/bridge/BridgeFactory.hpp>
+#include <com/sun/star/bridge/XBridgeFactory2.hpp>
+#include <com/sun/star/connection/Connector.hpp>
 #include <com/sun/star/connection/NoConnectException.hpp>
+#include <com/sun/star/connection/XConnection.hpp>
+#include <com/sun/star/connection/XConnector.hpp>
 #include <com/sun/star/container/XEnumeration.hpp>
 #include <com/sun/star/container/XEnumerationAccess.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
@@ -62,32 +65,41 @@ std::string systemPath(const OUString& url) {
   return utf8(path);
 }
 
+OfficeBridge::~OfficeBridge() { drop(); }
+
+// The bridge is made by hand, not through a URL resolver, so that it can be
+// disposed: an office calling back into a process on its way out would find
+// its UNO runtime gone.
 bool OfficeBridge::connect(const std::string& connection, std::string& error) {
   drop();
   Reference<css::uno::XComponentContext> local = localContext(error);
   if (!local.is()) return false;
   try {
-    Reference<css::bridge::XUnoUrlResolver> resolver = css::bridge::UnoUrlResolver::create(local);
-    Reference<css::uno::XInterface> remote =
-        resolver->resolve(ou("uno:" + connection + ";urp;StarOffice.ComponentContext"));
-    remote_.set(remote, UNO_QUERY_THROW);
+    Reference<css::connection::XConnection> link = css::connection::Connector::create(local)->connect(ou(connection));
+    bridge_ = css::bridge::BridgeFactory::create(local)->createBridge("", "urp", link, {});
+    remote_.set(bridge_->getInstance("StarOffice.ComponentContext"), UNO_QUERY_THROW);
     desktop_ = css::frame::Desktop::create(remote_);
     return true;
   } catch (const css::connection::NoConnectException&) {
     error = "LibreOffice does not answer at " + connection;
-    drop();
-    return false;
   } catch (const css::uno::Exception& e) {
     error = "LibreOffice does not answer at " + connection;
     if (!e.Message.isEmpty()) error += ": " + reason(e);
-    drop();
-    return false;
   }
+  drop();
+  return false;
 }
 
 void OfficeBridge::drop() {
   desktop_.clear();
   remote_.clear();
+  if (Reference<css::lang::XComponent> bridge{bridge_, UNO_QUERY}; bridge.is()) {
+    try {
+      bridge->dispose();
+    } catch (const css::uno::Exception&) {
+    }
+  }
+  bridge_.clear();
 }
 
 std::vector<Reference<css::text::XTextDocument>> OfficeBridge::textDocuments() {

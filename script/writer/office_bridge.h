@@ -3,6 +3,7 @@
 // the text documents open in it.
 #pragma once
 
+#include <com/sun/star/bridge/XBridge.hpp>
 #include <com/sun/star/frame/XDesktop2.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 
@@ -12,10 +13,15 @@ namespace quillon::uno {
 
 class OfficeBridge {
  public:
+  OfficeBridge() = default;
+  ~OfficeBridge();
+  OfficeBridge(const OfficeBridge&) = delete;
+  OfficeBridge& operator=(const OfficeBridge&) = delete;
+
   // False with a reason; any earlier connection is dropped first.
   bool connect(const std::string& connection, std::string& error);
   bool connected() const { return desktop_.is(); }
-  // Forgets the office (after it went away); nothing is called on it.
+  // Forgets the office and closes the bridge to it.
   void drop();
 
   const Reference<css::frame::XDesktop2>& desktop() const { return desktop_; }
@@ -31,6 +37,7 @@ class OfficeBridge {
   Reference<css::text::XTextDocument> load(const std::string& path, bool hidden, std::string& error);
 
  private:
+  Reference<css::bridge::XBridge> bridge_;
   Reference<css::uno::XComponentContext> remote_;
   Reference<css::frame::XDesktop2> desktop_;
 };

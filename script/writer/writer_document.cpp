@@ -7,7 +7,7 @@
 #include <com/sun/star/awt/FontSlant.hpp>
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/lang/IllegalArgumentException.hpp>
-#include <com/sun/star/text/XTextViewCursorSupplier.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/util/XModifyBroadcaster.hpp>
 #include <com/sun/star/util/XModifyListener.hpp>
 #include <com/sun/star/view/XSelectionChangeListener.hpp>
@@ -80,11 +80,9 @@ WriterDocument::WriterDocument(const Reference<css::text::XTextDocument>& doc)
   model_.set(doc, UNO_QUERY_THROW);
   body_ = doc->getText();
   compare_.set(body_, UNO_QUERY_THROW);
-  if (Reference<css::frame::XController> controller = model_->getCurrentController(); controller.is()) {
+  if (Reference<css::frame::XController> controller = model_->getCurrentController(); controller.is())
     selector_.set(controller, UNO_QUERY);
-    Reference<css::text::XTextViewCursorSupplier> views(controller, UNO_QUERY);
-    if (views.is()) viewCursor_ = views->getViewCursor();
-  }
+  if (selector_.is()) views_ = std::make_unique<ViewUpdates>(model_, selector_);
   auto* watcher = new Watcher(events_);
   watcher_ = static_cast<cppu::OWeakObject*>(watcher);
   Reference<css::util::XModifyBroadcaster>(doc, UNO_QUERY_THROW)->addModifyListener(watcher);
@@ -92,6 +90,7 @@ WriterDocument::WriterDocument(const Reference<css::text::XTextDocument>& doc)
 }
 
 WriterDocument::~WriterDocument() {
+  views_.reset();
   if (!open()) return;
   try {
     Reference<css::util::XModifyListener> asModify(watcher_, UNO_QUERY);
@@ -214,23 +213,46 @@ void WriterDocument::shiftPlaces(long step, long removed, long inserted) {
     }
 }
 
+// Writer's selection as text ranges of the model: its view cursor would
+// have Writer lay the document out first.
+Reference<css::text::XTextRange> WriterDocument::writersSelection() {
+  if (!selector_.is()) return {};
+  Reference<css::container::XIndexAccess> ranges(selector_->getSelection(), UNO_QUERY);
+  if (!ranges.is() || ranges->getCount() < 1) return {};
+  return Reference<css::text::XTextRange>(ranges->getByIndex(0), UNO_QUERY);
+}
+
+// The selection the service last made, unless Writer says it has moved:
+// the operator's own, read back from Writer. Writer also reports the moves
+// its own edits make, later; the cursor the service selected with moves
+// alike, so a selection still on it is still the service's.
 TextRange WriterDocument::selection() {
   if (selKnown_ && events_->selections == seenSelections_) return sel_;
   const long seen = events_->selections;
   text();
-  if (viewCursor_.is()) {
-    try {
-      const long a = stepOf(viewCursor_->getStart());
-      const long b = stepOf(viewCursor_->getEnd());
+  showSelection();
+  try {
+    Reference<css::text::XTextRange> now = writersSelection();
+    const bool same = now.is() && selKnown_ && selCursor_.is() &&
+                      compare_->compareRegionStarts(range(selCursor_), now) == 0 &&
+                      compare_->compareRegionEnds(range(selCursor_), now) == 0;
+    if (now.is() && !same) {
+      const long a = stepOf(now->getStart());
+      const long b = stepOf(now->getEnd());
       sel_ = {text_.offsetOfStep(std::min(a, b)), text_.offsetOfStep(std::max(a, b))};
-    } catch (const css::lang::IllegalArgumentException&) {
-      // The operator's cursor is in a table, a frame or a note: the last
-      // place the service knew stands.
+      selCursor_ = body_->createTextCursorByRange(now);
     }
+  } catch (const css::lang::IllegalArgumentException&) {
+    // The operator's cursor is in a table, a frame or a note: the last
+    // place the service knew stands.
   }
   selKnown_ = true;
   seenSelections_ = seen;
   return sel_;
+}
+
+void WriterDocument::showSelection() {
+  if (views_) views_->flush();
 }
 
 void WriterDocument::select(TextRange r) {
@@ -241,8 +263,10 @@ void WriterDocument::select(TextRange r) {
   // cannot stand there.
   try {
     Reference<css::text::XTextCursor> c = cursorAt({a, b}, false);
-    if (selector_.is()) selector_->select(Any(range(c)));
+    if (views_) views_->select(range(c));
+    selCursor_ = c;
   } catch (const InsideTable&) {
+    selCursor_.clear();
   }
   sel_ = {a, b};
   selKnown_ = true;
@@ -262,19 +286,27 @@ void WriterDocument::replace(TextRange r, u16v t, bool stickLeft, bool italic) {
   const bool selectionFresh = events_->selections == seenSelections_;
   const long stepA = text_.stepsTo(a), stepB = text_.stepsTo(b);
 
-  Reference<css::text::XTextCursor> c = cursorAtSteps(stepA, stepB, true);
-  const bool wasFresh = events_->changes == seenChanges_;
-  c->setString(ou(toWriterText(t)));
-  afterOwnCall(wasFresh);
-  text_.erase({a, b});
-  text_.insert(a, t);
-  shiftPlaces(stepA, stepB - stepA, writerSteps(t));
-
-  // Writer's insertion takes the formatting of its place; the station's
-  // takes the one asked for.
-  if (!onlyParagraphMarks(t) && slanted(propertiesOf(c)->getPropertyValue("CharPosture")) != italic) {
-    propertiesOf(c)->setPropertyValue("CharPosture", slant(italic));
+  {
+    Reference<css::text::XTextCursor> c = cursorAtSteps(stepA, stepB, true);
+    const bool wasFresh = events_->changes == seenChanges_;
+    if (views_) views_->holdViews();
+    c->setString(ou(toWriterText(t)));
     afterOwnCall(wasFresh);
+    text_.erase({a, b});
+    text_.insert(a, t);
+    shiftPlaces(stepA, stepB - stepA, writerSteps(t));
+
+    // Writer's insertion takes the formatting of its place; the station's
+    // takes the one asked for. A paragraph mark has none of its own.
+    long marks = 0;
+    while (marks < static_cast<long>(t.size()) && t[t.size() - 1 - static_cast<size_t>(marks)] == CR) ++marks;
+    if (!onlyParagraphMarks(t)) {
+      if (marks > 0) c->goLeft(static_cast<sal_Int16>(marks), true);
+      if (slanted(propertiesOf(c)->getPropertyValue("CharPosture")) != italic) {
+        propertiesOf(c)->setPropertyValue("CharPosture", slant(italic));
+        afterOwnCall(wasFresh);
+      }
+    }
   }
 
   const long n = static_cast<long>(t.size());
@@ -305,6 +337,7 @@ void WriterDocument::setItalic(TextRange r, bool on) {
   const long b = std::clamp(r.end, a, t.length());
   if (a == b) return;
   const bool wasFresh = events_->changes == seenChanges_;
+  if (views_) views_->holdViews();
   propertiesOf(cursorAt({a, b}, true))->setPropertyValue("CharPosture", slant(on));
   afterOwnCall(wasFresh);
 }
@@ -317,6 +350,7 @@ Any WriterDocument::wholeTextProperty(const char* name) {
 
 void WriterDocument::setWholeTextProperty(const char* name, const Any& value) {
   const bool wasFresh = fresh_ && events_->changes == seenChanges_;
+  if (views_) views_->holdViews();
   Reference<css::text::XTextCursor> c = startCursor();
   c->gotoEnd(true);
   propertiesOf(c)->setPropertyValue(OUString::createFromAscii(name), value);

@@ -10,10 +10,10 @@
 #include <stdexcept>
 
 #include <com/sun/star/text/XTextRangeCompare.hpp>
-#include <com/sun/star/text/XTextViewCursor.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
 #include "script/writer/uno_support.h"
+#include "script/writer/view_updates.h"
 #include "script/writer/writer_text.h"
 
 namespace quillon::uno {
@@ -54,11 +54,12 @@ class WriterDocument {
 
   // The text, read again first when someone else has changed it.
   const WriterText& text();
-  // How many times the whole text has been read (for tests and benchmarks).
-  long reads() const { return reads_; }
 
   TextRange selection();
+  // Writer shows the selection soon after (see view_updates.h).
   void select(TextRange r);
+  // Shows what is pending in Writer at once.
+  void showSelection();
 
   // Edits in the service's terms; the kept text, the cursors and the
   // selection follow. `t` is the text the range holds afterwards.
@@ -109,6 +110,7 @@ class WriterDocument {
   Reference<css::text::XTextCursor> cursorAtSteps(long a, long b, bool forEdit);
   Reference<css::text::XTextCursor> cursorAt(TextRange r, bool forEdit);
   const Table* tableAt(long step) const;
+  Reference<css::text::XTextRange> writersSelection();
   // The step a position of the body text stands at.
   long stepOf(const Reference<css::text::XTextRange>& position);
   Reference<css::text::XTextCursor> clone(const Reference<css::text::XTextCursor>& c);
@@ -121,18 +123,18 @@ class WriterDocument {
   Reference<css::text::XText> body_;
   Reference<css::text::XTextRangeCompare> compare_;
   Reference<css::view::XSelectionSupplier> selector_;
-  Reference<css::text::XTextViewCursor> viewCursor_;
+  std::unique_ptr<ViewUpdates> views_;
   Reference<css::uno::XInterface> watcher_;
   std::shared_ptr<DocumentEvents> events_;
 
   WriterText text_;
   bool fresh_ = false;
   long seenChanges_ = 0;
-  long reads_ = 0;
   std::vector<Landmark> landmarks_;  // ascending steps
   std::vector<Table> tables_;        // ascending
 
   TextRange sel_;
+  Reference<css::text::XTextCursor> selCursor_;  // the one the service selected with
   bool selKnown_ = false;
   long seenSelections_ = 0;
 };

@@ -295,6 +295,13 @@ bool WriterDocumentService::storeCopy(const std::string& path, std::string& erro
   return stored;
 }
 
+void WriterDocumentService::showSelection() {
+  QUILLON_ON_DOCUMENT(0, {
+    d.showSelection();
+    return 0;
+  });
+}
+
 void WriterDocumentService::closeActive() {
   QUILLON_ON_DOCUMENT(0, {
     Reference<css::util::XCloseable> closeable(d.model(), UNO_QUERY_THROW);

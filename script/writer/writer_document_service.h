@@ -55,6 +55,9 @@ class WriterDocumentService : public DocumentService {
   // `path` in the format its extension names (odt, docx, doc, rtf, txt).
   bool save(std::string& error);
   bool storeCopy(const std::string& path, std::string& error);
+  // Writer shows the service's selection and edits a moment after the
+  // station pauses (see view_updates.h); this shows them at once.
+  void showSelection();
   // Closes the active document without asking (tests and tools).
   void closeActive();
   // Ends the office itself (tests and tools).

@@ -25,7 +25,6 @@ namespace quillon::uno {
 // typed), the reading goes on from where a selection stopped, and where the
 // tables lie is found afterwards so that no place is sought inside one.
 void WriterDocument::read() {
-  ++reads_;
   const long changesBefore = events_->changes;
   text_.clear();
   landmarks_.clear();

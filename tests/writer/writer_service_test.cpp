@@ -65,6 +65,7 @@ TEST_F(WriterService, PlacesMapThroughPairsTabsBreaksAndFieldsAsAFreshReadingSee
   a->setItalic(rangeOf(*a, u"After"), true);
   a->deleteRange(rangeOf(*a, u"Title: "));
   a->select(rangeOf(*a, u"\U0001F600 end"));
+  a->showSelection();
   ASSERT_EQ(a->pendingError(), 0);
 
   auto b = secondReader(path);
@@ -82,6 +83,7 @@ TEST_F(WriterService, TablesReadAsParagraphsAndRefuseEditsInsideThem) {
   a->insertBefore(a->paragraph(4), u"DUB[0 N 00:00:00:10>00:00:00:20]\r");
   a->insertAfter(rangeOf(*a, u"After"), u" all");
   a->select(rangeOf(*a, u"SUB["));
+  a->showSelection();
   ASSERT_EQ(a->pendingError(), 0);
   const std::u16string before = a->content();
   a->insertBefore(rangeOf(*a, u"Hello"), u"SUB[");
@@ -101,11 +103,14 @@ TEST_F(WriterService, TheOperatorsSelectionAndEditsInWriterReachTheService) {
   auto station = opened(path);
   auto writer = secondReader(path);  // stands for the operator at Writer
   writer->select(rangeOf(*writer, u"One"));
+  writer->showSelection();
   EXPECT_EQ(station->selection(), u"One");
   writer->insertText(0, u"Head \U0001F600\r", false, false);
+  writer->showSelection();
   EXPECT_EQ(station->content(), u"Head \U0001F600\rOne\r\rTwo\r");
   EXPECT_EQ(station->selection(), u"One");
   ASSERT_TRUE(station->selectNext(wdParagraph, 1));
+  station->showSelection();
   EXPECT_EQ(writer->selection(), u"\r");
 }
 
