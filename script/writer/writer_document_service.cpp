@@ -225,42 +225,33 @@ void WriterDocumentService::documentsAdd() {
 }
 
 bool WriterDocumentService::openFile(const std::string& path, std::string& error) {
-  if (!impl_->bridge.connected() && !connect()) {
-    error = lastError_;
-    return false;
-  }
-  try {
-    Reference<css::text::XTextDocument> doc = impl_->bridge.documentOfFile(path);
-    if (!doc.is()) doc = impl_->bridge.load(path, options_.hiddenDocuments, error);
-    if (!doc.is()) return false;
-    impl_->doc = std::make_unique<WriterDocument>(doc);
-    impl_->pinned = !options_.followFrontDocument;
-    impl_->count = static_cast<int>(impl_->bridge.textDocuments().size());
-    activateWindow();
-    return true;
-  } catch (const css::uno::Exception& e) {
-    error = "LibreOffice Writer could not open " + path + ": " + reason(e);
-    return false;
-  }
+  if (!bindFile(path, true, !options_.followFrontDocument, error)) return false;
+  activateWindow();
+  return true;
 }
 
 bool WriterDocumentService::useOpenFile(const std::string& path, std::string& error) {
+  return bindFile(path, false, true, error);
+}
+
+bool WriterDocumentService::bindFile(const std::string& path, bool load, bool pin, std::string& error) {
   if (!impl_->bridge.connected() && !connect()) {
     error = lastError_;
     return false;
   }
   try {
     Reference<css::text::XTextDocument> doc = impl_->bridge.documentOfFile(path);
+    if (!doc.is() && load) doc = impl_->bridge.load(path, options_.hiddenDocuments, error);
     if (!doc.is()) {
-      error = path + " is not open in LibreOffice Writer at " + options_.connection;
+      if (!load) error = path + " is not open in LibreOffice Writer at " + options_.connection;
       return false;
     }
     if (!impl_->doc || impl_->doc->document() != doc) impl_->doc = std::make_unique<WriterDocument>(doc);
-    impl_->pinned = true;
+    impl_->pinned = pin;
     impl_->count = static_cast<int>(impl_->bridge.textDocuments().size());
     return true;
   } catch (const css::uno::Exception& e) {
-    error = "LibreOffice stopped answering: " + reason(e);
+    error = "LibreOffice Writer could not open " + path + ": " + reason(e);
     return false;
   }
 }

@@ -97,6 +97,10 @@ class WriterDocumentService : public DocumentService {
   struct Impl;
 
  private:
+  // The document open in Writer whose file is `path` becomes the active
+  // one, opened there first when `load`; a `pin`ned one stays active.
+  bool bindFile(const std::string& path, bool load, bool pin, std::string& error);
+
   WriterOptions options_;
   std::string lastError_;
   std::unique_ptr<Impl> impl_;
