@@ -350,7 +350,22 @@ u16 WriterDocumentService::userAddress() {
   return {};
 }
 
+// Every command names the script first (the attach); the document in
+// front in Writer is then the script, as the operator last chose it there.
+void WriterDocumentService::followFront() {
+  if (!options_.followFrontDocument || impl_->pinned || !impl_->bridge.connected()) return;
+  try {
+    Reference<css::text::XTextDocument> front = impl_->bridge.frontDocument();
+    if (!front.is() || (impl_->doc && impl_->doc->open() && impl_->doc->document() == front)) return;
+    impl_->doc = std::make_unique<WriterDocument>(front);
+    impl_->count = static_cast<int>(impl_->bridge.textDocuments().size());
+  } catch (const css::uno::Exception&) {
+    // The next call on the document tells what became of the office.
+  }
+}
+
 u16 WriterDocumentService::name() {
+  followFront();
   return QUILLON_ON_DOCUMENT(u16{}, {
     const OUString url = d.model()->getURL();
     if (!url.isEmpty()) return fromUtf8(fileName(systemPath(url)));

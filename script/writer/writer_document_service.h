@@ -100,6 +100,7 @@ class WriterDocumentService : public DocumentService {
   // The document open in Writer whose file is `path` becomes the active
   // one, opened there first when `load`; a `pin`ned one stays active.
   bool bindFile(const std::string& path, bool load, bool pin, std::string& error);
+  void followFront();
 
   WriterOptions options_;
   std::string lastError_;

@@ -29,6 +29,7 @@ bool WriterMode::startOffice(std::string& error) {
 
 bool WriterMode::switchOn(const std::string& scriptPath) {
   const std::string connection = option(st_, kWriterConnectionOption, defaultWriterConnection());
+  if (on()) return true;
   if (!service_ || service_->options().connection != connection) {
     WriterOptions o;
     o.connection = connection;
