@@ -48,7 +48,8 @@ TEST_F(WriterCli, ARetimeThroughWriterIsWhatWriterSavesAndTheScanSeesAlike) {
   w->closeActive();
   ASSERT_TRUE(w->openFile(path, error)) << error;
 
-  CliRun retime = cli(writer + "--fps 25 retime --offset 00:00:10:00 " + path);
+  const std::string copy = tempDir("writer-copy") + "/copy.txt";
+  CliRun retime = cli(writer + "--fps 25 retime --offset 00:00:10:00 " + path + " -o " + copy);
   ASSERT_EQ(retime.status, 0) << retime.err;
   CliRun named = cli(writer + "--fps 25 scan " + path);
   CliRun inFront = cli(writer + "--fps 25 scan");
@@ -61,6 +62,7 @@ TEST_F(WriterCli, ARetimeThroughWriterIsWhatWriterSavesAndTheScanSeesAlike) {
   CliRun saved = cli("--fps 25 scan " + path);
   ASSERT_EQ(saved.status, 0) << saved.err;
   EXPECT_EQ(saved.out, named.out);
+  EXPECT_EQ(cli("--fps 25 scan " + copy).out, named.out);
 }
 
 TEST_F(WriterCli, AScriptNotOpenInWriterOrNoWriterListeningIsAFileError) {
