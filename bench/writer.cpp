@@ -73,6 +73,7 @@ class Office {
     launch.profileDir = dir_ + "/profile";
     launch.headless = true;
     launch.restore = false;
+    launch.endsWithThisProcess = true;
     launch.initialiseOnly = true;
     OfficeProcess init;
     if (!init.start(launch, failure_) || !init.waitForEnd(300)) return;

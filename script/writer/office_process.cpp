@@ -88,7 +88,28 @@ bool OfficeProcess::start(const OfficeLaunch& launch, std::string& error) {
   setpgid(child, child);
   pid_ = child;
   group_ = child;
+  if (launch.endsWithThisProcess) watchOver(child);
   return true;
+}
+
+// A watcher of its own waits on a pipe only this process writes to; when the
+// pipe closes, this process has ended, and the watcher ends the office.
+void OfficeProcess::watchOver(pid_t group) {
+  int fds[2];
+  if (pipe2(fds, O_CLOEXEC) != 0) return;
+  pid_t watcher = fork();
+  if (watcher == 0) {
+    close(fds[1]);
+    char c;
+    while (read(fds[0], &c, 1) < 0 && errno == EINTR) {
+    }
+    kill(-group, SIGKILL);
+    _exit(0);
+  }
+  close(fds[0]);
+  if (watcher < 0) close(fds[1]);
+  // The write end stays open, unused, for the life of this process; the
+  // watcher is left to end on its own.
 }
 
 void OfficeProcess::reap() {

@@ -21,6 +21,9 @@ struct OfficeLaunch {
   // Only sets the profile up and ends: a fresh profile's first start
   // restarts the office once, which a listener should not see.
   bool initialiseOnly = false;
+  // Ends with this process, however it ends (a test program that crashes
+  // leaves no office behind); otherwise it outlives the station.
+  bool endsWithThisProcess = false;
 };
 
 // The connection the station uses unless told another: a pipe named for the
@@ -50,6 +53,7 @@ class OfficeProcess {
 
  private:
   void reap();
+  void watchOver(pid_t group);
   pid_t pid_ = -1;    // the child, while not reaped
   pid_t group_ = -1;  // the group it leads
 };

@@ -50,6 +50,7 @@ bool HeadlessOffice::start() {
   launch.profileDir = profile_;
   launch.headless = true;
   launch.restore = false;
+  launch.endsWithThisProcess = true;
   if (!initialised_) {
     OfficeLaunch first = launch;
     first.initialiseOnly = true;
