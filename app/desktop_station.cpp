@@ -45,6 +45,9 @@
 #ifdef HAVE_QUILLON_FORMS
 #include "app/forms/station_forms.h"
 #endif
+#ifdef HAVE_QUILLON_WRITER
+#include "script/writer/writer_mode.h"
+#endif
 
 namespace quillon {
 
@@ -215,7 +218,36 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
     else
       warning(ui_, fromUtf8(error));
   }
+  installWriterMode();
   armTimers();
+}
+
+void DesktopStation::installWriterMode() {
+#ifdef HAVE_QUILLON_WRITER
+  WriterMode::Hooks hooks;
+  // The window repaints while LibreOffice starts; clicks wait for the end.
+  hooks.whileWaiting = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50); };
+  hooks.embeddedScriptFile = [this]() -> std::string {
+    MemoryDocument* d = service_->active();
+    if (!d || d->path.empty()) return {};
+    if (d->modified) {
+#ifdef HAVE_QUILLON_SCRIPTWIN
+      if (auto* scripts = qobject_cast<ScriptWindow*>(scriptWindow_)) {
+        if (!scripts->save()) return {};
+        return d->path;
+      }
+#endif
+      std::string error;
+      if (!saveDocumentFile(*d, d->path, error)) return {};
+    }
+    return d->path;
+  };
+  hooks.showEmbedded = [this](bool on) {
+    if (scriptWindow_) scriptWindow_->setVisible(on);
+  };
+  writerMode_ = std::make_unique<WriterMode>(*station_, *service_, hooks);
+  setMenuCommand(kWriterMenuItem, [this](Station&) { writerMode_->toggle(); });
+#endif
 }
 
 DesktopStation::~DesktopStation() {
@@ -236,6 +268,7 @@ DesktopStation::~DesktopStation() {
     window_->beforeKey = nullptr;
   }
   // The picture goes before the player that feeds it.
+  writerMode_.reset();
   window_.reset();
   station_.reset();
   playerSeam_.reset();
@@ -247,6 +280,10 @@ bool DesktopStation::start(const u16& videoPath) {
   // in quotation marks, which the opening takes off again.
   const u16 commandLine = videoPath.empty() ? u16() : u"\"" + videoPath + u"\"";
   const bool opened = startStation(*station_, commandLine);
+#ifdef HAVE_QUILLON_WRITER
+  // The setting is read with the others at the start.
+  if (opened && !ended_) writerMode_->applySetting(options_.scriptPath);
+#endif
   refresh();
   if (opened && scriptWindow_) arrangeWindows();
   return opened && !ended_;

@@ -16,6 +16,8 @@
 
 namespace quillon {
 
+class WriterMode;
+
 struct DesktopOptions {
   // mpv draws the picture into the window (OpenGL); off, it decodes
   // without drawing, for desktops that have no OpenGL.
@@ -67,6 +69,7 @@ class DesktopStation : public QObject {
 
  private:
   void armTimers();
+  void installWriterMode();
   void tick();
   void freshPosition();
   void endProgram();
@@ -82,6 +85,8 @@ class DesktopStation : public QObject {
   std::unique_ptr<SerialPort> port_;
   std::unique_ptr<PedalInput> pedalInput_;
   std::unique_ptr<Station> station_;
+  // "Script in LibreOffice Writer", where the build has LibreOffice's SDK.
+  std::unique_ptr<WriterMode> writerMode_;
   QWidget* video_ = nullptr;
   QWidget* scriptWindow_ = nullptr;
   std::unique_ptr<MainWindow> window_;

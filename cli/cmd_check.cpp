@@ -14,7 +14,7 @@ int runCheck(Invocation& inv) {
   const bool captions = inv.takeFlag("--captions");
   std::string error;
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1) return inv.fail("check wants one SCRIPT (see check --help)");
+  if (!inv.scriptArgs(1)) return inv.fail("check wants one SCRIPT (see check --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   Station& st = inv.st;
   st.s.checksDisabled = false;

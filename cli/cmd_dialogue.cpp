@@ -11,7 +11,7 @@ namespace {
 int runDialogue(Invocation& inv) {
   std::string error;
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1) return inv.fail("dialogue wants one SCRIPT (see dialogue --help)");
+  if (!inv.scriptArgs(1)) return inv.fail("dialogue wants one SCRIPT (see dialogue --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   auto report = dialogueList(inv.st);
   if (!report) {

@@ -12,7 +12,7 @@ int runDub2sub(Invocation& inv) {
   inv.takeOption("-o", out, error);
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1 || out.empty()) return inv.fail("dub2sub wants one SCRIPT and -o OUT");
+  if (!inv.scriptArgs(1) || (out.empty() && !inv.inWriter())) return inv.fail("dub2sub wants one SCRIPT and -o OUT");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   mnu_DUB_SUB(inv.st);
   // A tag the conversion could not read leaves the script half converted:

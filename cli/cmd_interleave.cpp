@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "cli/command.h"
-#include "script/document_files.h"
+#include "cli/script_output.h"
 #include "subtitling/editing_commands.h"
 
 namespace quillon::cli {
@@ -15,11 +15,11 @@ int runInterleave(Invocation& inv) {
   const bool hasOut = inv.takeOption("-o", out, error);
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (!hasOut || out.empty()) return inv.fail("interleave wants -o OUT");
-  if (inv.args.size() != 1) return inv.fail("interleave wants one SCRIPT (see interleave --help)");
+  if ((!hasOut || out.empty()) && !inv.inWriter()) return inv.fail("interleave wants -o OUT");
+  if (!inv.scriptArgs(1)) return inv.fail("interleave wants one SCRIPT (see interleave --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   mnu_sub_changeinterleave(inv.st);
-  if (!saveDocumentFile(*inv.docs.active(), out, error)) return inv.fail(error);
+  if (!saveScriptTo(inv, out)) return kExitUsage;
   return inv.exitFor(true);
 }
 

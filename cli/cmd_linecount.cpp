@@ -14,7 +14,7 @@ int runLinecount(Invocation& inv) {
   inv.takeOption("-o", out, error);
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1 || out.empty()) return inv.fail("linecount wants one SCRIPT and -o OUT");
+  if (!inv.scriptArgs(1) || (out.empty() && !inv.inWriter())) return inv.fail("linecount wants one SCRIPT and -o OUT");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   if (actra) inv.st.s.actraGuidelines = true;
   if (!mnu_herr_lin(inv.st)) {

@@ -11,7 +11,7 @@ namespace {
 int runList(Invocation& inv) {
   std::string error;
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1) return inv.fail("list wants one SCRIPT (see list --help)");
+  if (!inv.scriptArgs(1)) return inv.fail("list wants one SCRIPT (see list --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   std::string text = toUtf8(subtitleList(inv.st));
   for (char& c : text)

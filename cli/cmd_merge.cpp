@@ -14,8 +14,8 @@ int runMerge(Invocation& inv) {
   if (inv.takeOption("-o", out, error) && out.empty()) return inv.fail("-o wants a file name");
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (out.empty()) return inv.fail("-o OUT is missing");
-  if (inv.args.size() != 2) return inv.fail("merge wants TIMING and TEXT (see merge --help)");
+  if (out.empty() && !inv.inWriter()) return inv.fail("-o OUT is missing");
+  if (!inv.scriptArgs(2)) return inv.fail("merge wants TIMING and TEXT (see merge --help)");
   Station& st = inv.st;
   prepareMergeMenus(st);
   if (!inv.loadScript(inv.args[0])) return kExitUsage;

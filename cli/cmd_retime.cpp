@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "cli/command.h"
-#include "script/document_files.h"
+#include "cli/script_output.h"
 #include "subtitling/retiming.h"
 
 namespace quillon::cli {
@@ -22,8 +22,8 @@ int runRetime(Invocation& inv) {
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
   if (hasOffset + palToNtsc + ntscToPal != 1)
     return inv.fail("retime wants one of --offset TIMECODE, --pal-to-ntsc, --ntsc-to-pal");
-  if (!hasOut || out.empty()) return inv.fail("retime wants -o OUT");
-  if (inv.args.size() != 1) return inv.fail("retime wants one SCRIPT (see retime --help)");
+  if ((!hasOut || out.empty()) && !inv.inWriter()) return inv.fail("retime wants -o OUT");
+  if (!inv.scriptArgs(1)) return inv.fail("retime wants one SCRIPT (see retime --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   Station& st = inv.st;
   st.s.inSituOffset = !newDocument;
@@ -41,7 +41,7 @@ int runRetime(Invocation& inv) {
     if (inv.ui.boxesShown == 0) inv.err << "quillon-cli: no timing tags to move in " << inv.args[0] << '\n';
     return kExitStopped;
   }
-  if (!saveDocumentFile(*inv.docs.active(), out, error)) return inv.fail(error);
+  if (!saveScriptTo(inv, out)) return kExitUsage;
   return inv.exitFor(true);
 }
 

@@ -15,7 +15,7 @@ int runScan(Invocation& inv) {
   bool captions = inv.takeFlag("--captions");
   std::string error;
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1) return inv.fail("scan wants one SCRIPT (see scan --help)");
+  if (!inv.scriptArgs(1)) return inv.fail("scan wants one SCRIPT (see scan --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   Station& st = inv.st;
   bool ok = captions ? scanCaptions(st, 0) : scanSubtitles(st, 0);

@@ -11,7 +11,7 @@ namespace {
 int runStats(Invocation& inv) {
   std::string error;
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1) return inv.fail("stats wants one SCRIPT (see stats --help)");
+  if (!inv.scriptArgs(1)) return inv.fail("stats wants one SCRIPT (see stats --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   auto text = subtitleStatistics(inv.st);
   if (!text) {

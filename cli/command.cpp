@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "cli/wiring.h"
+#include "cli/writer_option.h"
 #include "script/document_files.h"
 #include "script/user_identity.h"
 
@@ -31,6 +32,7 @@ int Invocation::fail(const std::string& message) {
 }
 
 bool Invocation::loadScript(const std::string& path) {
+  if (inWriter()) return useWriterScript(*this, path);
   std::string error;
   auto doc = loadDocumentFile(path, error);
   if (!doc) {
@@ -39,6 +41,11 @@ bool Invocation::loadScript(const std::string& path) {
   }
   docs.addDocument(std::move(doc));
   return true;
+}
+
+bool Invocation::scriptArgs(size_t n) {
+  if (inWriter() && args.size() + 1 == n) args.emplace_back();
+  return args.size() == n;
 }
 
 int Invocation::exitFor(bool ok) const {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,9 @@ struct Invocation {
   Invocation(std::ostream& out_, std::ostream& err_);
 
   std::vector<std::string> args;  // the command's own words, common options taken out
+  // --writer: the UNO connection of the LibreOffice Writer holding the script.
+  std::string writerConnection;
+  std::shared_ptr<DocumentService> writer;
   bool help = false;
   std::ostream& out;
   std::ostream& err;
@@ -31,8 +35,14 @@ struct Invocation {
 
   // "quillon-cli: " + message on one line; returns 2.
   int fail(const std::string& message);
-  // Loads SCRIPT as the active document; false after the message.
+  // Loads SCRIPT as the active document (with --writer: the document open
+  // in Writer whose file it is, Writer's own when empty); false after the
+  // message.
   bool loadScript(const std::string& path);
+  bool inWriter() const { return !writerConnection.empty(); }
+  // Whether the command got its `n` positional words; with --writer the
+  // last SCRIPT may be left out, for Writer's document in front.
+  bool scriptArgs(size_t n);
   // 0 when the work went through, 1 when a box stopped it.
   int exitFor(bool ok) const;
   // Takes "--name VALUE" or "--name=VALUE" out of args.

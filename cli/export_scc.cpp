@@ -11,7 +11,7 @@ int runExportScc(Invocation& inv) {
   inv.takeOption("-o", out, error);
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1 || out.empty()) return inv.fail("export scc wants one SCRIPT and -o OUT.scc");
+  if (!inv.scriptArgs(1) || out.empty()) return inv.fail("export scc wants one SCRIPT and -o OUT.scc");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   inv.ui.savePaths.push_back(out);
   const WriteResult r = mnu_cc_scc(inv.st);

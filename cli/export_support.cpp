@@ -1,11 +1,14 @@
 #include "cli/export_support.h"
 
+#include <filesystem>
+
+#include "cli/script_output.h"
 #include "core/atomic_file.h"
 #include "script/document_files.h"
 
 namespace quillon::cli {
 
-int parseFormatArgs(Invocation& inv, FormatArgs& a, bool withFields, bool withEncoding) {
+int parseFormatArgs(Invocation& inv, FormatArgs& a, bool withFields, bool withEncoding, FormatIo io) {
   std::string error, value;
   if (inv.takeOption("-o", a.output, error) && a.output.empty()) return inv.fail("-o wants a file name");
   if (!error.empty()) return inv.fail(error);
@@ -22,8 +25,10 @@ int parseFormatArgs(Invocation& inv, FormatArgs& a, bool withFields, bool withEn
   }
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (a.output.empty()) return inv.fail("-o OUT is missing");
-  if (inv.args.size() != 1) return inv.fail("wants one input file and -o OUT (see --help)");
+  const bool outputStaysInWriter = inv.inWriter() && io != FormatIo::FileExport;
+  if (a.output.empty() && !outputStaysInWriter) return inv.fail("-o OUT is missing");
+  const bool haveInput = io == FormatIo::Import ? inv.args.size() == 1 : inv.scriptArgs(1);
+  if (!haveInput) return inv.fail("wants one input file and -o OUT (see --help)");
   a.input = inv.args[0];
   return 0;
 }
@@ -51,17 +56,23 @@ void applyFields(FormModel& form, const FormatArgs& a) {
 void answerSaveDialog(Invocation& inv, const FormatArgs& a) { inv.ui.savePaths.push_back(a.output); }
 
 int beginFileImport(Invocation& inv, FormatArgs& a) {
-  if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
+  if (int rc = parseFormatArgs(inv, a, false, false, FormatIo::Import)) return rc;
   // The station stops silently on a file it cannot read; here the reason is
   // told (missing, not a file, far too large).
   std::string bytes, error;
   if (!readWholeFile(a.input, bytes, &error)) return inv.fail(error);
-  inv.docs.documentsAdd();
+  if (inv.inWriter()) {
+    if (!inv.loadScript("")) return kExitUsage;
+    if (inv.st.doc->documentsCount() < 1) inv.st.doc->documentsAdd();
+  } else {
+    inv.docs.documentsAdd();
+  }
   inv.ui.openPaths.push_back(a.input);
   return 0;
 }
 
 int saveActiveDocument(Invocation& inv, const std::string& path) {
+  if (inv.inWriter()) return saveScriptTo(inv, path) ? 0 : kExitUsage;
   MemoryDocument* d = inv.docs.active();
   if (!d) return inv.fail("no document to save");
   std::string error;

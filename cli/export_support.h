@@ -21,10 +21,17 @@ struct FormatArgs {
   TextEncoding encoding = TextEncoding::Windows1252;
 };
 
+// What a command reads and writes: a script into a file, a script into a
+// new document, or a file into a new document. With --writer a script read
+// may be Writer's document in front, and a new document stays in Writer
+// unless -o names a file for a copy.
+enum class FormatIo { FileExport, DocumentExport, Import };
+
 // Takes -o, --field (when `withFields`) and --encoding (when `withEncoding`)
 // and the one positional argument. 0 when fine, otherwise the exit code after
 // the message.
-int parseFormatArgs(Invocation& inv, FormatArgs& a, bool withFields, bool withEncoding);
+int parseFormatArgs(Invocation& inv, FormatArgs& a, bool withFields, bool withEncoding,
+                    FormatIo io = FormatIo::FileExport);
 
 // Checks every --field against `form` before the work starts: 0 or 2.
 int checkFields(Invocation& inv, const FormModel& form, const FormatArgs& a);

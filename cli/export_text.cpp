@@ -20,7 +20,7 @@ int runFileExport(Invocation& inv, WriteResult (*handler)(Station&, TextEncoding
 
 int runDocumentExport(Invocation& inv, bool (*handler)(Station&)) {
   FormatArgs a;
-  if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
+  if (int rc = parseFormatArgs(inv, a, false, false, FormatIo::DocumentExport)) return rc;
   if (!inv.loadScript(a.input)) return kExitUsage;
   if (!handler(inv.st)) return inv.exitFor(false);
   return saveActiveDocument(inv, a.output);

@@ -18,7 +18,7 @@ int runExportUlt(Invocation& inv) {
   }
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (inv.args.size() != 1 || out.empty()) return inv.fail("export ult wants one SCRIPT and -o OUT.ult");
+  if (!inv.scriptArgs(1) || out.empty()) return inv.fail("export ult wants one SCRIPT and -o OUT.ult");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   inv.ui.savePaths.push_back(out);
   if (!mnu_cc_ult(inv.st, form)) return inv.exitFor(false);

@@ -25,7 +25,7 @@ int runSub(Invocation& inv) { return runFileImport(inv, mnuSubImpSUB); }
 
 int runUnitext(Invocation& inv) {
   FormatArgs a;
-  if (int rc = parseFormatArgs(inv, a, false, false)) return rc;
+  if (int rc = parseFormatArgs(inv, a, false, false, FormatIo::DocumentExport)) return rc;
   if (!inv.loadScript(a.input)) return kExitUsage;
   if (!mnuSubImpunitxt(inv.st)) {
     if (inv.ui.boxesShown == 0) return inv.fail("no numbered entry \"0001\" in " + a.input);

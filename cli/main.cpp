@@ -22,6 +22,10 @@ void printUsage(std::ostream& o) {
        "  --answer yes|no      answer to Yes/No boxes (default yes)\n"
        "  --video-duration S   stand in for an open video of S seconds\n"
        "  --tc-window DIGITS   the video's timecode window, HHMMSSFFHHMMSSFF\n"
+       "  --writer CONNECTION  work on the document open in LibreOffice Writer at a UNO\n"
+       "                       connection (pipe,name=NAME or socket,host=H,port=N): SCRIPT\n"
+       "                       names which one (the one in front when left out), and the\n"
+       "                       edits stay in it (-o, when given, gets a copy)\n"
        "  --help               this text, or the command's own\n";
 }
 
@@ -78,24 +82,38 @@ bool setParam(Session& s, const std::string& assignment, std::string& error) {
 
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "C");
-  if (argc < 2 || std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) {
-    printUsage(argc < 2 ? std::cerr : std::cout);
-    return argc < 2 ? kExitUsage : kExitOk;
+  // The common options may also stand before the command.
+  std::vector<std::string> words(argv + 1, argv + argc);
+  size_t at = 0;
+  auto commonOption = [](const std::string& w) {
+    const std::string name = w.substr(0, w.find('='));
+    for (const char* o : {"--fps", "--settings", "--param", "--answer", "--video-duration", "--tc-window", "--writer"})
+      if (name == o) return true;
+    return false;
+  };
+  while (at + 1 < words.size() && commonOption(words[at])) at += words[at].find('=') == std::string::npos ? 2 : 1;
+  if (at >= words.size()) at = 0;
+  if (words.empty() || words[at] == "--help" || words[at] == "-h") {
+    printUsage(words.empty() ? std::cerr : std::cout);
+    return words.empty() ? kExitUsage : kExitOk;
   }
+  const std::string command = words[at];
+  words.erase(words.begin() + static_cast<long>(at));
   const CommandSpec* spec = nullptr;
   for (const auto& c : commands())
-    if (argv[1] == std::string(c.name)) spec = &c;
+    if (command == c.name) spec = &c;
   Invocation inv(std::cout, std::cerr);
-  if (!spec) return inv.fail(std::string("unknown command '") + argv[1] + "' (see --help)");
+  if (!spec) return inv.fail("unknown command '" + command + "' (see --help)");
 
-  std::string settingsFile, answer, fpsText = "30", videoDuration, tcWindow;
+  std::string settingsFile, answer, fpsText = "30", videoDuration, tcWindow, writer;
   std::vector<std::string> params;
-  for (int i = 2; i < argc; ++i) {
-    std::string a = argv[i];
+  const size_t count = words.size();
+  for (size_t i = 0; i < count; ++i) {
+    std::string a = words[i];
     auto valued = [&](const std::string& opt, std::string& target) {
       if (a == opt) {
-        if (i + 1 >= argc) return 2;
-        target = argv[++i];
+        if (i + 1 >= count) return 2;
+        target = words[++i];
         return 1;
       }
       if (a.rfind(opt + "=", 0) == 0) {
@@ -107,7 +125,8 @@ int main(int argc, char** argv) {
     std::string p;
     int r;
     if ((r = valued("--fps", fpsText)) || (r = valued("--settings", settingsFile)) || (r = valued("--answer", answer)) ||
-        (r = valued("--video-duration", videoDuration)) || (r = valued("--tc-window", tcWindow))) {
+        (r = valued("--video-duration", videoDuration)) || (r = valued("--tc-window", tcWindow)) ||
+        (r = valued("--writer", writer))) {
       if (r == 2) return inv.fail(a + " wants a value");
       continue;
     }
@@ -122,6 +141,7 @@ int main(int argc, char** argv) {
     }
     inv.args.push_back(a);
   }
+  inv.writerConnection = writer;
   if (inv.help && !spec->ownHelp) {
     std::cout << "usage: quillon-cli " << spec->usage << "\n" << spec->summary << "\n";
     return kExitOk;

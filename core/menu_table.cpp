@@ -183,6 +183,7 @@ std::vector<MenuEntry> buildTable() {
       cmd("mnu_delay", "mnu_herr", u"&Delay...."),
       check("mnu_opc_tcclip", "mnu_herr", u"Timecode in &clipboard"),
       cmd("mnu_opc_hideTC", "mnu_herr", u"&Hide timecodes"),
+      check("mnu_herr_writer", "mnu_herr", u"Script in LibreOffice &Writer", kSep),
       cmd("mnu_herr_lin", "mnu_herr", u"&Line count", kSep),
       check("mnu_herr_opt_ACTRA", "mnu_herr", u"&ACTRA guidelines"),
       cmd("mnu_footpedal", "mnu_herr", u"&Foot pedal", kSep),

@@ -1,0 +1,113 @@
+#include "writer_fixture.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+
+#include "support/station_fixture.h"
+
+namespace quillon::testing {
+
+namespace {
+
+// Ends the shared office after the last test, before static destruction.
+class OfficeEnvironment : public ::testing::Environment {
+ public:
+  void TearDown() override { HeadlessOffice::shared().stop(); }
+};
+const auto* const registered = ::testing::AddGlobalTestEnvironment(new OfficeEnvironment);
+
+}  // namespace
+
+HeadlessOffice& HeadlessOffice::shared() {
+  static HeadlessOffice office;
+  return office;
+}
+
+HeadlessOffice::HeadlessOffice() {
+  static std::atomic<int> serial{0};
+  const std::string name = "quillon-test-" + std::to_string(getpid()) + "-" + std::to_string(++serial);
+  connection_ = "pipe,name=" + name;
+  profile_ = tempDir(name + "-profile");
+}
+
+HeadlessOffice::~HeadlessOffice() {
+  stop();
+  std::error_code ec;
+  std::filesystem::remove_all(profile_, ec);
+}
+
+bool HeadlessOffice::installed() const { return !findProgram("soffice").empty(); }
+
+bool HeadlessOffice::start() {
+  if (process_.running()) return true;
+  if (failed_) return false;
+  failure_.clear();
+  OfficeLaunch launch;
+  launch.connection = connection_;
+  launch.profileDir = profile_;
+  launch.headless = true;
+  launch.restore = false;
+  launch.endsWithThisProcess = true;
+  if (!initialised_) {
+    OfficeLaunch first = launch;
+    first.initialiseOnly = true;
+    OfficeProcess init;
+    if (!init.start(first, failure_)) {
+      failed_ = true;
+      return false;
+    }
+    if (!init.waitForEnd(300)) {
+      init.stop(1);
+      failure_ = "soffice did not set its profile up within 300 seconds";
+      failed_ = true;
+      return false;
+    }
+    initialised_ = true;
+  }
+  // A fresh profile's first start is slow, the more so on a loaded machine.
+  auto probe = service();
+  if (!process_.start(launch, failure_) || !waitForOffice(*probe, 300, {}, failure_)) {
+    process_.stop(1);
+    failed_ = true;
+    return false;
+  }
+  return true;
+}
+
+void HeadlessOffice::stop() {
+  if (!process_.running()) return;
+  service()->terminateOffice();
+  process_.stop(20);
+}
+
+void HeadlessOffice::crash() { process_.stop(0); }
+
+std::unique_ptr<WriterDocumentService> HeadlessOffice::service(bool followFront) {
+  WriterOptions o;
+  o.connection = connection_;
+  o.hiddenDocuments = true;
+  o.followFrontDocument = followFront;
+  return std::make_unique<WriterDocumentService>(o);
+}
+
+void HeadlessOffice::closeAll() {
+  auto s = service();
+  for (int guard = 0; guard < 100 && s->connect() && s->documentsCount() > 0; ++guard) s->closeActive();
+}
+
+std::string writeFile(const std::string& name, const std::string& bytes) {
+  static std::atomic<int> serial{0};
+  const std::string path = tempDir("writer-" + std::to_string(++serial)) + "/" + name;
+  std::ofstream(path, std::ios::binary) << bytes;
+  return path;
+}
+
+TextRange rangeOf(DocumentService& d, std::u16string_view what) {
+  const long at = static_cast<long>(d.content().find(what));
+  return {at, at + static_cast<long>(what.size())};
+}
+
+}  // namespace quillon::testing

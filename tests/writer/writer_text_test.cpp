@@ -1,0 +1,108 @@
+// The kept copy of a Writer document's text: how Writer's readings become
+// the service's text, and how offsets turn into Writer's cursor steps.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "script/writer/writer_text.h"
+
+namespace quillon {
+namespace {
+
+const std::u16string kPair = u"\U0001F600";  // one step, two code units
+
+TEST(WriterText, ReadingsBecomeParagraphsLineBreaksAndOneUnitPerOddStep) {
+  struct Case {
+    const char* what;
+    std::vector<std::u16string> plain, steps;  // a plain reading, then single steps
+    std::vector<long> lineBreaks;
+    std::u16string expected;
+  };
+  const Case cases[] = {
+      {"paragraphs", {u"One\nTwo\n\nThree"}, {}, {}, u"One\rTwo\r\rThree\r"},
+      {"a line break", {u"Row one\nrow two\nNext"}, {}, {7}, u"Row one\vrow two\rNext\r"},
+      {"tabs stay", {u"JOHN\tHello"}, {}, {}, u"JOHN\tHello\r"},
+      {"a field's result", {u"Page "}, {u"12 of 30"}, {}, u"Page \uFFFC\r"},
+      {"an anchor that reads empty", {u"Com"}, {u""}, {}, u"Com\uFFFC\r"},
+      {"a table behind a paragraph", {u"Before"}, {u"\nJOHN\nHello\n"}, {}, u"Before\r\r"},
+      {"a pair read alone", {u"a"}, {kPair}, {}, u"a" + kPair + u"\r"},
+      {"a stray CR", {u"a\rb"}, {}, {}, u"a\uFFFCb\r"},
+  };
+  for (const Case& c : cases) {
+    WriterText t;
+    for (const auto& p : c.plain) t.appendPlain(p);
+    for (const auto& s : c.steps) t.appendStep(s);
+    t.finish();
+    for (long at : c.lineBreaks) EXPECT_TRUE(t.markLineBreak(at)) << c.what;
+    EXPECT_EQ(t.text(), c.expected) << c.what;
+  }
+}
+
+TEST(WriterText, OnlyAParagraphBreakCanBeMarkedALineBreakAndTheFinalMarkStays) {
+  WriterText t;
+  t.appendPlain(u"ab\ncd");
+  t.finish();
+  EXPECT_FALSE(t.markLineBreak(0));
+  EXPECT_FALSE(t.markLineBreak(5));  // the final mark
+  EXPECT_TRUE(t.markLineBreak(2));
+  EXPECT_EQ(t.paragraphsCount(), 1);
+  EXPECT_EQ(t.paragraph(1), (TextRange{0, 6}));
+}
+
+TEST(WriterText, StepsCountASurrogatePairOnceAndComeBackToTheSameOffsets) {
+  WriterText t;
+  t.appendPlain(u"ab" + kPair + u"\tc\n" + kPair + kPair + u"d");
+  t.finish();
+  // a b [pair] TAB c CR [pair] [pair] d CR
+  const long offsets[] = {0, 1, 2, 4, 5, 6, 7, 9, 11, 12};
+  for (long step = 0; step < 10; ++step) {
+    EXPECT_EQ(t.offsetOfStep(step), offsets[step]) << step;
+    EXPECT_EQ(t.stepsTo(offsets[step]), step) << step;
+  }
+  EXPECT_EQ(t.stepsTo(3), 2);  // inside a pair: at its start
+  EXPECT_EQ(t.steps(), 9);
+  EXPECT_EQ(writerSteps(u"x" + kPair + u"\n"), 3);
+}
+
+// After any run of edits the kept text, its paragraphs and its steps are
+// those of the same text read afresh.
+TEST(WriterText, EditsKeepParagraphsAndStepsAsAFreshReadingWouldHaveThem) {
+  std::mt19937 rng(7);
+  const std::u16string pieces[] = {u"SUB[", u"\r", u"text", kPair, u"\v", u"\t", u"\r\r", u"x"};
+  WriterText t;
+  t.appendPlain(u"Start\nmiddle " + kPair + u"\nend");
+  t.finish();
+  for (int i = 0; i < 400; ++i) {
+    const long len = t.length();
+    const long a = std::uniform_int_distribution<long>(0, len - 1)(rng);
+    if (rng() % 3 == 0) {
+      long b = std::min(len - 1, a + static_cast<long>(rng() % 6));
+      // Never through the middle of a pair.
+      if (b < len && (t.text()[b] & 0xFC00) == 0xDC00) ++b;
+      if ((t.text()[a] & 0xFC00) == 0xDC00) continue;
+      t.erase({a, b});
+    } else {
+      if ((t.text()[a] & 0xFC00) == 0xDC00) continue;
+      t.insert(a, pieces[rng() % std::size(pieces)]);
+    }
+    WriterText fresh;
+    std::u16string body = t.text().substr(0, t.text().size() - 1);
+    for (auto& c : body)
+      if (c == u'\r' || c == u'\v') c = u'\n';
+    fresh.appendPlain(body);
+    fresh.finish();
+    for (long p = 0; p < t.length(); ++p)
+      if (t.text()[p] == u'\v') fresh.markLineBreak(p);
+    ASSERT_EQ(t.text(), fresh.text()) << i;
+    ASSERT_EQ(t.paragraphsCount(), fresh.paragraphsCount()) << i;
+    for (long n = 1; n <= t.paragraphsCount(); ++n) ASSERT_EQ(t.paragraph(n), fresh.paragraph(n)) << i;
+    for (long p = 0; p <= t.length(); ++p) ASSERT_EQ(t.stepsTo(p), fresh.stepsTo(p)) << i << " at " << p;
+  }
+}
+
+TEST(WriterText, TheServicesLineBreakGoesToWriterAsItsOwn) {
+  EXPECT_EQ(toWriterText(u"a\vb\rc"), u"a\nb\rc");
+}
+
+}  // namespace
+}  // namespace quillon
