@@ -46,7 +46,7 @@ void BM_SccFromScript(benchmark::State& state) {
   CaptionStation cs(static_cast<int>(state.range(0)));
   size_t bytes = 0;
   for (auto _ : state) {
-    if (!scanCaptions(cs.st, 0)) state.SkipWithError("scan failed");
+    if (!scanCaptions(cs.st, ScanMode::WholeScript)) state.SkipWithError("scan failed");
     std::string scc = sccText(cs.st);
     bytes = scc.size();
     benchmark::DoNotOptimize(scc);
@@ -58,7 +58,7 @@ BENCHMARK(BM_SccFromScript)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisecond
 
 void BM_SccFromScanTable(benchmark::State& state) {
   CaptionStation cs(static_cast<int>(state.range(0)));
-  scanCaptions(cs.st, 0);
+  scanCaptions(cs.st, ScanMode::WholeScript);
   for (auto _ : state) benchmark::DoNotOptimize(sccText(cs.st));
   state.SetComplexityN(state.range(0));
 }
@@ -66,7 +66,7 @@ BENCHMARK(BM_SccFromScanTable)->Arg(1999)->Arg(19999)->Unit(benchmark::kMillisec
 
 void BM_UltRecords(benchmark::State& state) {
   CaptionStation cs(static_cast<int>(state.range(0)));
-  scanCaptions(cs.st, 0);
+  scanCaptions(cs.st, ScanMode::WholeScript);
   for (auto _ : state) {
     std::string records;
     benchmark::DoNotOptimize(llenarULT(cs.st, records));

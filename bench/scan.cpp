@@ -24,7 +24,7 @@ void BM_ScanSubtitles(benchmark::State& state) {
   st.doc = &docs;
   st.s.g_fps = 25;
   for (auto _ : state) {
-    bool ok = scanSubtitles(st, 0);
+    bool ok = scanSubtitles(st, ScanMode::WholeScript);
     benchmark::DoNotOptimize(ok);
   }
   if (st.s.scan.count() != n) state.SkipWithError("scan lost entries");

@@ -67,13 +67,13 @@ void simulate(benchmark::State& state, bool follow) {
   long pumps = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    if (!scanSubtitles(b.st, 0) || b.st.s.scan.count() != n) {
+    if (!scanSubtitles(b.st, ScanMode::WholeScript) || b.st.s.scan.count() != n) {
       state.SkipWithError("the scan did not read the script");
       return;
     }
     const long before = b.ui.pumps;
     state.ResumeTiming();
-    simulateBlocks(b.st, 0);
+    simulateBlocks(b.st, SimulationStart::Top);
     pumps += b.ui.pumps - before;
   }
   state.SetItemsProcessed(pumps);

@@ -69,7 +69,7 @@ void run(benchmark::State& state, int fps, double gap, Command command) {
 }
 
 void ScanWithAllChecks(benchmark::State& state) {
-  run(state, 30, 1, [](BenchStation& b) { benchmark::DoNotOptimize(scanSubtitles(b.st, 0)); });
+  run(state, 30, 1, [](BenchStation& b) { benchmark::DoNotOptimize(scanSubtitles(b.st, ScanMode::WholeScript)); });
 }
 
 void OffsetInPlace(benchmark::State& state) {

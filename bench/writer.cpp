@@ -100,7 +100,7 @@ void BM_WriterWholeScriptScan(benchmark::State& state) {
     Station st(ui);
     st.doc = &docs;
     st.s.g_fps = 25;
-    if (!scanSubtitles(st, 0) || st.s.scan.count() != n) return state.SkipWithError("the scan lost entries");
+    if (!scanSubtitles(st, ScanMode::WholeScript) || st.s.scan.count() != n) return state.SkipWithError("the scan lost entries");
   }
   state.SetItemsProcessed(state.iterations() * n);
 }

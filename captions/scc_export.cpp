@@ -112,7 +112,7 @@ WriteResult writeSccFile(Station& st, const std::string& path) {
 }
 
 WriteResult mnu_cc_scc(Station& st) {
-  if (!scanCaptions(st, 0)) return {};
+  if (!scanCaptions(st, ScanMode::WholeScript)) return {};
   warnLateSccCaptions(st);
   auto path = chooseCaptionFile(st, {u"Create Scenarist DVD Closed Caption file (*.scc)",
                                      u"Scenarist DVD closed caption files (*.scc)|*.scc", u".scc",

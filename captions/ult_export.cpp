@@ -106,7 +106,7 @@ std::string llenarULT(Station& st, std::string& programInfo) {
 
 bool mnu_cc_ult(Station& st, FormCCult& form) {
   if (!attachDocument(st)) return false;
-  if (!scanCaptions(st, 0)) return false;
+  if (!scanCaptions(st, ScanMode::WholeScript)) return false;
   auto path = chooseCaptionFile(st, {u"Create ULTECH Closed Caption file (*.ult)",
                                      u"ULTECH closed caption files (*.ult)|*.ult", u".ult", u"Create .ult file"});
   if (!path) return false;

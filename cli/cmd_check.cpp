@@ -18,7 +18,7 @@ int runCheck(Invocation& inv) {
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   Station& st = inv.st;
   st.s.checksDisabled = false;
-  const bool ok = captions ? scanCaptions(st, 0) : scanSubtitles(st, 0);
+  const bool ok = captions ? scanCaptions(st, ScanMode::WholeScript) : scanSubtitles(st, ScanMode::WholeScript);
   const int boxes = inv.ui.boxesShown;
   // Late captions are warnings: they do not make the check fail.
   const std::vector<LateCaption> late = captions && ok ? lateSccCaptions(st) : std::vector<LateCaption>{};

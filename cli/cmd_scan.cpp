@@ -18,7 +18,7 @@ int runScan(Invocation& inv) {
   if (!inv.scriptArgs(1)) return inv.fail("scan wants one SCRIPT (see scan --help)");
   if (!inv.loadScript(inv.args[0])) return kExitUsage;
   Station& st = inv.st;
-  bool ok = captions ? scanCaptions(st, 0) : scanSubtitles(st, 0);
+  bool ok = captions ? scanCaptions(st, ScanMode::WholeScript) : scanSubtitles(st, ScanMode::WholeScript);
   const ScanTable& t = st.s.scan;
   if (ok) {
     for (int i = 1; i <= t.count(); ++i) {

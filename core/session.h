@@ -43,11 +43,11 @@ struct ScanTable {
   std::vector<SubtitleRecord> records;
   // Four text rows per caption, [index][0..3].
   std::vector<std::array<u16, 4>> captionRows;
-  double subtitleCount = 0;
+  int subtitleCount = 0;  // entries in use, 0 to 19999
 
   void clear();  // every entry back to empty, count 0
   void clearCaptionRows();
-  int count() const { return static_cast<int>(subtitleCount); }
+  int count() const { return subtitleCount; }
 };
 
 // Character names of dubbing work, `voces[1..999]`.
@@ -190,8 +190,12 @@ struct Session {
   // settings jumpToNextBlock, followSimulation and colourFeedback above.
   bool wysiwygOn = false;  // `mnu_WYS`; acts only when wysiwygCapable
   double simEndPosition = 0;  // where the closing run-out of a simulation ends
-  // Per-frame subtitle table from frame 0: {record index or -1, frame}.
-  std::vector<std::array<double, 2>> frameTable;
+  // Per-frame subtitle table from frame 0.
+  struct FrameEntry {
+    long subtitle = -1;  // the subtitle record shown on the frame, -1 for none
+    long frame = 0;
+  };
+  std::vector<FrameEntry> frameTable;
   long currentFrame = 0, currentFrameSubtitle = -1, loadedFrameSubtitle = -1;
   bool fontChangePending = false;  // set by the font dialog: hand over once more
 

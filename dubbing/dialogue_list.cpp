@@ -10,7 +10,7 @@ namespace quillon {
 
 std::optional<u16> dialogueList(Station& st) {
   if (!attachDocument(st)) return std::nullopt;
-  if (!scanSubtitles(st, 1) && !scanSubtitles(st, 0)) return std::nullopt;
+  if (!scanSubtitles(st, ScanMode::Selection) && !scanSubtitles(st, ScanMode::WholeScript)) return std::nullopt;
   const ScanTable& t = st.s.scan;
   const Roster& r = st.s.roster;
   const int fps = st.fps();

@@ -32,7 +32,7 @@ double actraLines(long words, long characters) {
 }
 
 bool mnu_herr_lin(Station& st) {
-  if (!scanSubtitles(st, 0)) return false;
+  if (!scanSubtitles(st, ScanMode::WholeScript)) return false;
   Session& s = st.s;
   DocumentService& d = *st.doc;
   st.ui.setPointer(Pointer::Hourglass);

@@ -60,8 +60,8 @@ u16 documentBaseName(Station& st) {
 
 bool scanForExport(Station& st) {
   if (!attachDocument(st)) return false;
-  if (scanSubtitles(st, 1)) return true;
-  if (scanSubtitles(st, 0)) return true;
+  if (scanSubtitles(st, ScanMode::Selection)) return true;
+  if (scanSubtitles(st, ScanMode::WholeScript)) return true;
   // A rule check answered No leaves a count of 1 and stops the command; an
   // empty list gets its message.
   if (st.s.scan.subtitleCount < 1) critical(st.ui, u"Error: Invalid subtitle list.");

@@ -9,8 +9,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fuzz::FuzzStation f(size);
   installCaptionChecks(f.st);
   f.open(fuzz::bytesOf(data, size));
-  const int mode = static_cast<int>((size / 6) % 2);
-  if (mode == 1) f.docs.selectAll();
+  const auto mode = static_cast<ScanMode>((size / 6) % 2);
+  if (mode == ScanMode::Selection) f.docs.selectAll();
   scanCaptions(f.st, mode);
   return 0;
 }

@@ -10,9 +10,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fuzz::FuzzStation f(size);
   installSubtitleChecks(f.st);
   f.open(fuzz::bytesOf(data, size));
-  const int mode = static_cast<int>((size / 6) % 3);
-  if (mode == 1) f.docs.selectAll();
-  if (mode == 2) f.st.s.g_dblPosActual = 30.0;
+  const auto mode = static_cast<ScanMode>((size / 6) % 3);
+  if (mode == ScanMode::Selection) f.docs.selectAll();
+  if (mode == ScanMode::FromCurrentPosition) f.st.s.g_dblPosActual = 30.0;
   scanSubtitles(f.st, mode);
   return 0;
 }

@@ -88,15 +88,15 @@ int lookUpCharacter(Station& st, const u16& name) {
   return j;
 }
 
-bool scanSubtitles(Station& st, int mode) {
+bool scanSubtitles(Station& st, ScanMode mode) {
   ScanTable& tb = st.s.scan;
   tb.clear();
   st.s.TCF = 0;
   if (st.beginSubtitleScan) st.beginSubtitleScan(st);
   if (!st.doc) return false;
   DocumentService& d = *st.doc;
-  const u16 text = mode == 1 ? d.selection() : d.content();
-  const long base = mode == 1 ? d.selectionRange().start : 0;  // where `text` starts in the document
+  const u16 text = mode == ScanMode::Selection ? d.selection() : d.content();
+  const long base = mode == ScanMode::Selection ? d.selectionRange().start : 0;  // where `text` starts in the document
   const long len = static_cast<long>(text.size());
   const int fps = st.fps();
   const double now = transformadaTCactual(st.s);
@@ -143,7 +143,7 @@ bool scanSubtitles(Station& st, int mode) {
       long bodyEnd = nxt - 2;  // 0-based: just before the next tag's first letter
       tb.text[i] = bodyEnd > bodyStart ? text.substr(static_cast<size_t>(bodyStart), static_cast<size_t>(bodyEnd - bodyStart)) : u16{};
       fillRecord(st, i);
-      bool kept = tb.cueIn[i] >= 0 && tb.cueOut[i] >= 0 && !(mode == 2 && tb.cueIn[i] < now);
+      bool kept = tb.cueIn[i] >= 0 && tb.cueOut[i] >= 0 && !(mode == ScanMode::FromCurrentPosition && tb.cueIn[i] < now);
       if (st.checkSubtitle && !st.checkSubtitle(st, i, kept)) return false;
       if (kept) ++i;
     } else if (!skip && letter == u'D') {
@@ -188,7 +188,7 @@ bool scanSubtitles(Station& st, int mode) {
       long bodyStart = nameAt + n + 1;
       long bodyEnd = nxt - 2;
       tb.text[i] = bodyEnd > bodyStart ? text.substr(static_cast<size_t>(bodyStart), static_cast<size_t>(bodyEnd - bodyStart)) : u16{};
-      bool kept = tb.cueIn[i] >= 0 && tb.cueOut[i] >= 0 && !(mode == 2 && tb.cueIn[i] < now);
+      bool kept = tb.cueIn[i] >= 0 && tb.cueOut[i] >= 0 && !(mode == ScanMode::FromCurrentPosition && tb.cueIn[i] < now);
       if (kept) ++i;
     }
     cur = nxt;
@@ -200,7 +200,7 @@ bool scanSubtitles(Station& st, int mode) {
   return i > 1;
 }
 
-bool scanCaptions(Station& st, int mode) {
+bool scanCaptions(Station& st, ScanMode mode) {
   ScanTable& tb = st.s.scan;
   tb.clearCaptionRows();
   if (!attachDocument(st)) return false;
@@ -208,7 +208,7 @@ bool scanCaptions(Station& st, int mode) {
   tb.clear();
   st.s.TCF = 0;
   DocumentService& d = *st.doc;
-  const u16 text = mode == 1 ? d.selection() : d.content();
+  const u16 text = mode == ScanMode::Selection ? d.selection() : d.content();
   const long len = static_cast<long>(text.size());
   const int fps = st.fps();
 

@@ -13,15 +13,21 @@
 
 namespace quillon {
 
-// Reads SUB[ and DUB[ tags. Mode 1 reads the selection, any other mode the
-// whole document; mode 2 also drops entries whose cue-in lies before the
-// current position. True when at least one entry was read and no fault
-// stopped the scan. The rule checks run inside through Station::checkSubtitle.
-bool scanSubtitles(Station& st, int mode);
+// What a scan reads; the numbers are the scanners' own mode numbers.
+enum class ScanMode : int {
+  WholeScript = 0,          // the document's whole content
+  Selection = 1,            // the selected text only
+  FromCurrentPosition = 2,  // the whole content, entries whose cue-in lies before the position dropped
+};
+
+// Reads SUB[ and DUB[ tags into the scan table. True when at least one entry
+// was read and no fault stopped the scan. The rule checks run inside through
+// Station::checkSubtitle.
+bool scanSubtitles(Station& st, ScanMode mode);
 
 // Reads CAP[ tags with up to four rows each into the scan table and
 // captionRows; the caption checks run through Station::checkCaption.
-bool scanCaptions(Station& st, int mode);
+bool scanCaptions(Station& st, ScanMode mode);
 
 // The roster place of a character name met in a dubbing tag: found, or
 // stored at the first free place. 0 with the box when the roster is full.

@@ -9,8 +9,8 @@ namespace quillon {
 
 void cleanSubtitlesArray(Session& s) {
   const long frames = s.noframes > 0 ? static_cast<long>(std::ceil(s.noframes)) : 0;
-  s.frameTable.assign(static_cast<size_t>(frames), {-1.0, 0.0});
-  for (long f = 0; f < frames; ++f) s.frameTable[static_cast<size_t>(f)] = {-1.0, static_cast<double>(f)};
+  s.frameTable.assign(static_cast<size_t>(frames), {});
+  for (long f = 0; f < frames; ++f) s.frameTable[static_cast<size_t>(f)] = {-1, f};
 }
 
 void fillSubtitlesArray(Session& s) {
@@ -21,7 +21,7 @@ void fillSubtitlesArray(Session& s) {
   int k = 1;
   auto frameOf = [&](const u16& tc) { return TCaFRAMES(tc, s.g_fps) - s.TCBase; };
   for (size_t f = 0; f < s.frameTable.size(); ++f) {
-    double value = -1;
+    long value = -1;
     if (k <= count) {
       const long a = frameOf(t.records[static_cast<size_t>(k)].cueInText);
       const long b = frameOf(t.records[static_cast<size_t>(k)].cueOutText);
@@ -35,15 +35,15 @@ void fillSubtitlesArray(Session& s) {
         ++k;
       }
     }
-    s.frameTable[f][0] = value;
+    s.frameTable[f].subtitle = value;
   }
 }
 
 namespace {
 
-double frameSubtitle(const Session& s, long frame) {
+long frameSubtitle(const Session& s, long frame) {
   if (frame < 0 || frame >= static_cast<long>(s.frameTable.size())) return -1;
-  return s.frameTable[static_cast<size_t>(frame)][0];
+  return s.frameTable[static_cast<size_t>(frame)].subtitle;
 }
 
 void handOver(Station& st, WysiwygRenderer& renderer, long index) {
@@ -81,7 +81,7 @@ void wysiwygTick(Station& st, WysiwygRenderer& renderer) {
   Session& s = st.s;
   if (!(s.wysiwygCapable && s.wysiwygOn && s.g_fsim)) return;
   s.currentFrame = std::lrint(s.g_fps * transformadaTCactual(s) - s.TCBase);
-  s.currentFrameSubtitle = std::lrint(frameSubtitle(s, s.currentFrame));
+  s.currentFrameSubtitle = frameSubtitle(s, s.currentFrame);
   if (s.currentFrame > 0) {
     // Compared with the previous frame, not this one: a subtitle is handed
     // over on its second frame, once the frame before it shows it.

@@ -131,21 +131,21 @@ bool playDubbingBlock(Station& st, int i) {
 
 }  // namespace
 
-int startSimulationRun(Station& st, int mode, double lead) {
+int startSimulationRun(Station& st, SimulationStart start, double lead) {
   Session& s = st.s;
   const ScanTable& t = s.scan;
-  if (mode == 0) ira(st, 0);
-  else if (mode == 1) ira(st, transformadainversa(s, t.cueIn[1] - 2.0));
+  if (start == SimulationStart::Top) ira(st, 0);
+  else if (start == SimulationStart::Selection) ira(st, transformadainversa(s, t.cueIn[1] - 2.0));
   st.view.panel(3).enabled = false;
   videostart(st);
   if (st.doc) st.doc->selectAll();
   int i = 1;
-  if (mode == 2)
+  if (start == SimulationStart::CurrentPosition)
     while (i <= t.count() && t.cueIn[i] - lead < transformadaTCactual(s)) ++i;
   return i;
 }
 
-void simulateBlocks(Station& st, int mode, WysiwygRenderer* renderer) {
+void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* renderer) {
   Session& s = st.s;
   ViewState& v = st.view;
   OverlayState& ov = v.overlays;
@@ -180,7 +180,7 @@ void simulateBlocks(Station& st, int mode, WysiwygRenderer* renderer) {
     ov.FormaSub.Line1.caption.clear();
     ov.FormaSub.Line2.caption.clear();
     // From the current timecode: the first entry at least half a second ahead.
-    int i = startSimulationRun(st, mode, 0.5);
+    int i = startSimulationRun(st, start, 0.5);
 
     for (; i <= count; ++i) {
       if (t.text[i].empty() || !s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;

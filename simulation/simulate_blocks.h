@@ -11,16 +11,21 @@ namespace quillon {
 
 class WysiwygRenderer;
 
-// Mode 0 plays everything from the start of the video, mode 1 the entries of
-// the scanned selection from two seconds before the first, mode 2 goes on
-// from where the video stands. `renderer` serves the WYSIWYG branch only.
-void simulateBlocks(Station& st, int mode, WysiwygRenderer* renderer = nullptr);
-void simulateCaptions(Station& st, int mode);
+// Where a simulation starts; the numbers are the engines' own mode numbers.
+enum class SimulationStart : int {
+  Top = 0,              // everything, from the start of the video
+  Selection = 1,        // the scanned selection, from two seconds before its first entry
+  CurrentPosition = 2,  // on from where the video stands
+};
 
-// The start of both simulations: the video put where `mode` starts it (0 the
-// top, 1 two seconds before the first entry, 2 where it stands), the status
-// panel locked, play started and the script selected. Gives the first entry
-// to show; with mode 2, the first that starts `lead` seconds or more ahead.
-int startSimulationRun(Station& st, int mode, double lead);
+// `renderer` serves the WYSIWYG branch only.
+void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* renderer = nullptr);
+void simulateCaptions(Station& st, SimulationStart start);
+
+// The start of both simulations: the video put where `start` says, the
+// status panel locked, play started and the script selected. Gives the first
+// entry to show; from the current position, the first that starts `lead`
+// seconds or more ahead.
+int startSimulationRun(Station& st, SimulationStart start, double lead);
 
 }  // namespace quillon

@@ -61,7 +61,7 @@ bool playCaption(Station& st, int i) {
 
 }  // namespace
 
-void simulateCaptions(Station& st, int mode) {
+void simulateCaptions(Station& st, SimulationStart start) {
   Session& s = st.s;
   ViewState& v = st.view;
   OverlayState& ov = v.overlays;
@@ -84,7 +84,7 @@ void simulateCaptions(Station& st, int mode) {
   const bool started = s.g_fsim && count > 0;
   if (started) {
     // A caption needs two seconds of lead, not the half second of a subtitle.
-    int i = startSimulationRun(st, mode, 2.0);
+    int i = startSimulationRun(st, start, 2.0);
 
     for (; i <= count; ++i) {
       if (!s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;

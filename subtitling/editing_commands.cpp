@@ -26,7 +26,7 @@ void goToPosition(Station& st, double seconds) {
   }
 }
 
-bool scanWithoutChecks(Station& st, int mode) {
+bool scanWithoutChecks(Station& st, ScanMode mode) {
   const bool saved = st.s.checksDisabled;
   st.s.checksDisabled = true;
   const bool ok = scanSubtitles(st, mode);
@@ -63,7 +63,7 @@ void mnu_sub_edit(Station& st) {
   const u16 para = d.text(d.selectionParagraph(1));
   if (instr(para, u"SUB[") == 0) return;
   const double t = TCaSEG(mid(para, 9, 11), st.fps(), st.ui);
-  if (!scanWithoutChecks(st, 0)) {
+  if (!scanWithoutChecks(st, ScanMode::WholeScript)) {
     // A damaged tag cannot be survived here.
     if (st.endProgram) st.endProgram(st);
     return;
@@ -143,7 +143,7 @@ void mnu_sub_changeinterleave(Station& st) {
   if (s.g_fVideoRun) s.g_fVideoRun = false;
   st.ui.setPointer(Pointer::Hourglass);
   s.g_fsim = true;
-  scanWithoutChecks(st, 0);
+  scanWithoutChecks(st, ScanMode::WholeScript);
   const int fps = st.fps();
   InPlaceTimes times(st);
   for (int i = 1; i <= tb.count(); ++i) {
@@ -159,7 +159,7 @@ void mnu_sub_changeinterleave(Station& st) {
 
 void mnu_opc_hideTC(Station& st) {
   if (!attachDocument(st)) return;
-  if (!scanSubtitles(st, 0)) return;
+  if (!scanSubtitles(st, ScanMode::WholeScript)) return;
   Session& s = st.s;
   DocumentService& d = *st.doc;
   st.ui.setPointer(Pointer::Hourglass);

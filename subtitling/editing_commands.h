@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/station.h"
+#include "script/tag_grammar.h"
 
 namespace quillon {
 
@@ -23,7 +24,7 @@ void mnu_opc_tcclip(Station& st);
 // position and its display move alone (nothing happens without a video).
 void goToPosition(Station& st, double seconds);
 
-// Runs scanSubtitles(mode) with the rule checks switched off for its length.
-bool scanWithoutChecks(Station& st, int mode);
+// Runs scanSubtitles with the rule checks switched off for its length.
+bool scanWithoutChecks(Station& st, ScanMode mode);
 
 }  // namespace quillon

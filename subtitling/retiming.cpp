@@ -15,7 +15,7 @@ namespace {
 bool readBlock(Station& st) {
   if (!attachDocument(st)) return false;
   st.s.scan.subtitleCount = 0;
-  if (!scanSubtitles(st, 1)) scanSubtitles(st, 0);
+  if (!scanSubtitles(st, ScanMode::Selection)) scanSubtitles(st, ScanMode::WholeScript);
   return st.s.scan.subtitleCount > 0;
 }
 

@@ -12,7 +12,7 @@ namespace quillon {
 namespace {
 
 void scanSelectionOrAll(Station& st) {
-  if (!scanSubtitles(st, 1)) scanSubtitles(st, 0);
+  if (!scanSubtitles(st, ScanMode::Selection)) scanSubtitles(st, ScanMode::WholeScript);
 }
 
 // Minutes of the video's timecode window that hold a whole subtitle. A

@@ -202,7 +202,7 @@ void timingLoop(Station& st) {
   st.ui.setPointer(Pointer::Hourglass);
 
   s.g_fsim = true;
-  scanWithoutChecks(st, 0);  // the table must know every subtitle already timed
+  scanWithoutChecks(st, ScanMode::WholeScript);  // the table must know every subtitle already timed
 
   s.ultimaposenpantalla = 0;
   s.miItalStyle = u"N";

@@ -13,7 +13,7 @@ struct CaptionScan : ::testing::Test {
   void SetUp() override { installCaptionChecks(ts.st); }
   bool scan(std::u16string_view text) {
     ts.open(text);
-    return scanCaptions(ts.st, 0);
+    return scanCaptions(ts.st, ScanMode::WholeScript);
   }
   u16 selected() { return ts.docs.selection(); }
 };
@@ -83,7 +83,7 @@ TEST_F(CaptionScan, EachRuleStopsTheScanWithItsBox) {
     EXPECT_EQ(ts.ui.boxTexts(), c.box.empty() ? std::vector<u16>{} : std::vector<u16>{c.box});
     if (c.box.empty()) continue;
     EXPECT_EQ(ts.ui.lastBox().icon, Icon::Critical);
-    EXPECT_EQ(ts.st.s.scan.subtitleCount, 1.0);
+    EXPECT_EQ(ts.st.s.scan.subtitleCount, 1);
     if (!c.selected.empty()) EXPECT_EQ(selected(), c.selected);
   }
 }

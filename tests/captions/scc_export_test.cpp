@@ -25,7 +25,7 @@ struct SccExport : ::testing::Test {
   void SetUp() override { installCaptionChecks(ts.st); }
   std::string scc(std::u16string_view script) {
     ts.open(script);
-    EXPECT_TRUE(scanCaptions(ts.st, 0));
+    EXPECT_TRUE(scanCaptions(ts.st, ScanMode::WholeScript));
     return sccText(ts.st);
   }
 };
@@ -78,7 +78,7 @@ TEST_F(SccExport, PaintOnWriterLoadsAtTheCueIn) {
   ts.open(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
           u"CAP[0NC 00:00:13:00>00:00:15:00]\nYes\n\n"
           u"CAP[0NC 00:00:20:00>00:00:22:00]\nNo\n");
-  ASSERT_TRUE(scanCaptions(ts.st, 0));
+  ASSERT_TRUE(scanCaptions(ts.st, ScanMode::WholeScript));
   EXPECT_EQ(sccWithPaintOn(ts.st),
             kHead + lines({"00:00:10:00\t942C  9429 94f8 c8e9 a180 942c 8080 8080 942f", "00:00:12:00\t942c",
                            "00:00:13:00\t9420 94f8 d9e5 7380 942c 8080 8080 942f", "00:00:15:00\t942c",
@@ -111,7 +111,7 @@ TEST_F(SccExport, PreflightWarnsOfTheCaptionsAnEncoderPlaysLate) {
     SCOPED_TRACE(c.name);
     ts.ui.boxes.clear();
     ts.open(c.script);
-    ASSERT_TRUE(scanCaptions(ts.st, 0));
+    ASSERT_TRUE(scanCaptions(ts.st, ScanMode::WholeScript));
     warnLateSccCaptions(ts.st);
     EXPECT_EQ(ts.ui.boxTexts(), c.boxes);
   }

@@ -28,7 +28,7 @@ struct SccReaders : ::testing::Test {
     testing::TestStation ts;
     installCaptionChecks(ts.st);
     ts.open(kScript);
-    ASSERT_TRUE(scanCaptions(ts.st, 0));
+    ASSERT_TRUE(scanCaptions(ts.st, ScanMode::WholeScript));
     ASSERT_TRUE(writeSccFile(ts.st, scc));
   }
   void expectTexts(const std::string& srt) {

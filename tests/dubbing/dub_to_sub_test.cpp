@@ -27,7 +27,7 @@ TEST(DubToSub, EachLongTagBecomesASubtitleTagWithoutTheName) {
   EXPECT_EQ(ts.st.s.roster.voces[1], u"");
   EXPECT_TRUE(ts.ui.boxes.empty());
 
-  ASSERT_TRUE(scanSubtitles(ts.st, 0));
+  ASSERT_TRUE(scanSubtitles(ts.st, ScanMode::WholeScript));
   const ScanTable& t = ts.st.s.scan;
   ASSERT_EQ(t.count(), 3);
   for (int i = 1; i <= 3; ++i) EXPECT_TRUE(t.isSubtitle[i]);
@@ -52,7 +52,7 @@ TEST(DubToSub, AOneLetterNameStopsWithTagsBeforeItConverted) {
           u"DUB[0 N 00:00:07:00>00:00:09:00] ANA\nBien.\n");
   EXPECT_EQ(mnu_DUB_SUB(ts.st), 1);
   EXPECT_EQ(ts.ui.lastBox().text, u"Error: Invalid format \r[0 N 00:00:04:00>00:00:06:00] X\rN");
-  EXPECT_EQ(ts.st.s.scan.subtitleCount, 1.0);
+  EXPECT_EQ(ts.st.s.scan.subtitleCount, 1);
   EXPECT_TRUE(startsWith(ts.content(), u"SUB[0 N 00:00:01:00>00:00:03:00] \rHola.\r\rDUB[0 N 00:00:04:00"));
   EXPECT_EQ(ts.ui.pointer, Pointer::Hourglass);
 }

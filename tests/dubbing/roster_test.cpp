@@ -58,7 +58,7 @@ TEST_F(Roster, OneCharacterNameStopsTheScan) {
   EXPECT_EQ(ts.ui.lastBox().text, u"Error: Invalid format \r[0 N 00:00:04:00>00:00:06:00] X\rN");
   EXPECT_EQ(ts.ui.lastBox().icon, Icon::Critical);
   EXPECT_EQ(names(), (std::vector<u16>{u"ANA"}));
-  EXPECT_EQ(st.s.scan.subtitleCount, 1.0);
+  EXPECT_EQ(st.s.scan.subtitleCount, 1);
 }
 
 TEST_F(Roster, NamesCompareExactly) {
@@ -135,7 +135,7 @@ TEST_F(Roster, DeletingAsksFirstAndLeavesTheRosterSlots) {
 
 TEST_F(Roster, SubtitleScanAddsNamesToBothLists) {
   ts.open(kScript);
-  ASSERT_TRUE(scanSubtitles(st, 0));
+  ASSERT_TRUE(scanSubtitles(st, ScanMode::WholeScript));
   EXPECT_EQ(st.s.pickingList.items, (std::vector<u16>{u"ANA", u"PEDRO"}));
   EXPECT_EQ(st.s.rosterFormList.items.size(), 2u);
 }

@@ -181,7 +181,7 @@ TEST(UnicodeTextImport, ImportedScriptScansAsTheOriginal) {
   t.open(testing::numberedScript(12));
   ASSERT_TRUE(mnuSubUnitext(t.st));
   ASSERT_TRUE(mnuSubImpunitxt(t.st));
-  ASSERT_TRUE(scanSubtitles(t.st, 0));
+  ASSERT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
   ASSERT_EQ(t.st.s.scan.count(), 12);
   EXPECT_EQ(t.st.s.scan.text[12], u"Subtitle 12\r\r");
   EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[12], 36);
@@ -227,7 +227,7 @@ TEST(CorpusImports, SrtAndMicroDvdFilesBecomeScannableScripts) {
     u16 status = t.st.view.panel(3).text;
     int n = static_cast<int>(leadingNumber(status));
     EXPECT_GT(n, 0) << rel;
-    EXPECT_TRUE(scanSubtitles(t.st, 0)) << rel;
+    EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript)) << rel;
     EXPECT_EQ(t.st.s.scan.count(), n) << rel;
   }
   if (seen == 0) GTEST_SKIP() << "no corpus";

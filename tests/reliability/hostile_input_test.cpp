@@ -125,14 +125,14 @@ TEST(LongLines, TenMegabytesOnOneLineThroughEveryReader) {
     TestStation t;
     installSubtitleChecks(t.st);
     t.docs.addDocument(plainTextDocument(line));
-    scanSubtitles(t.st, 0);
+    scanSubtitles(t.st, ScanMode::WholeScript);
     EXPECT_LE(t.st.s.scan.count(), 1);
   }
   {
     TestStation t;
     installCaptionChecks(t.st);
     t.docs.addDocument(plainTextDocument(line));
-    scanCaptions(t.st, 0);
+    scanCaptions(t.st, ScanMode::WholeScript);
     EXPECT_LE(t.st.s.scan.count(), 1);
   }
   for (auto read : {readSubList, readDos850List, readSrt, readDotSubList}) {

@@ -11,7 +11,7 @@ using testing::TestStation;
 TEST(SubtitleScan, ReadsFieldsNoteAndTextWithItsTrailingMarks) {
   TestStation t(25);
   t.open(u"Title page\n\nSUB[3LI 00:00:01:00>00:00:02:12] check\nOne\nTwo\n\nSUB[0 N 00:00:03:00>00:00:04:00]\nLast\n\n");
-  ASSERT_TRUE(scanSubtitles(t.st, 0));
+  ASSERT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
   const ScanTable& s = t.st.s.scan;
   ASSERT_EQ(s.count(), 2);
   EXPECT_DOUBLE_EQ(s.cueIn[1], 1);
@@ -33,7 +33,7 @@ TEST(SubtitleScan, ReadsFieldsNoteAndTextWithItsTrailingMarks) {
 TEST(SubtitleScan, NoTagMeansNoEntriesAndNoMessage) {
   TestStation t;
   t.open(u"Just dialogue.\nNo timing yet.\n");
-  EXPECT_FALSE(scanSubtitles(t.st, 0));
+  EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
   EXPECT_EQ(t.st.s.scan.count(), 0);
   EXPECT_TRUE(t.ui.boxes.empty());
 }
@@ -41,7 +41,7 @@ TEST(SubtitleScan, NoTagMeansNoEntriesAndNoMessage) {
 TEST(SubtitleScan, HeaderFormatErrorStopsAndPutsTheCursorOnTheTag) {
   TestStation t;
   t.open(u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[0 N 00:00:03:00-00:00:04:00]\nB\n\n");
-  EXPECT_FALSE(scanSubtitles(t.st, 0));
+  EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
   ASSERT_EQ(t.ui.boxes.size(), 1u);
   EXPECT_EQ(t.ui.lastBox().text, u"Header format error in :\r\rSUB[0 N 00:00:03:00-00:00:04:00]\rB...\r\r");
   EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
@@ -53,14 +53,14 @@ TEST(SubtitleScan, ModeOneReadsOnlyTheSelectionAndModeTwoDropsWhatIsBehindThePos
   TestStation t;
   t.open(testing::generatedSubtitleScript(3));
   t.docs.select({0, t.docs.paragraph(5).start});  // the first subtitle only
-  ASSERT_TRUE(scanSubtitles(t.st, 1));
+  ASSERT_TRUE(scanSubtitles(t.st, ScanMode::Selection));
   EXPECT_EQ(t.st.s.scan.count(), 1);
 
   t.st.s.videoFile = u"v.mp4";
   t.st.s.videoDuration = 100;
   t.st.s.tcEnd = 100;
   t.st.s.g_dblPosActual = 12;  // the first subtitle starts at 10
-  ASSERT_TRUE(scanSubtitles(t.st, 2));
+  ASSERT_TRUE(scanSubtitles(t.st, ScanMode::FromCurrentPosition));
   EXPECT_EQ(t.st.s.scan.count(), 2);
   EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[1], 14);
 }
@@ -68,7 +68,7 @@ TEST(SubtitleScan, ModeOneReadsOnlyTheSelectionAndModeTwoDropsWhatIsBehindThePos
 TEST(SubtitleScan, MalformedTimecodeReportsAndEndsTheWalkAtTheNextTag) {
   TestStation t;
   t.open(u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[0 N 00:00:03:40>00:00:04:00]\nB\n\nSUB[0 N 00:00:05:00>00:00:06:00]\nC\n\n");
-  EXPECT_TRUE(scanSubtitles(t.st, 0));
+  EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
   EXPECT_EQ(t.st.s.scan.count(), 1);
   ASSERT_EQ(t.ui.boxes.size(), 1u);
   EXPECT_EQ(t.ui.lastBox().text, u"Error in time code format: [00:00:03:40]");
@@ -85,7 +85,7 @@ TEST(SubtitleScan, ChecksHookSeesEveryStoredSubtitleAndCanStopTheScan) {
     seen.push_back(i);
     return i < 3;
   };
-  EXPECT_FALSE(scanSubtitles(t.st, 0));
+  EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
   EXPECT_EQ(begun, 1);
   EXPECT_EQ(seen, (std::vector<int>{1, 2, 3}));
 }
@@ -93,7 +93,7 @@ TEST(SubtitleScan, ChecksHookSeesEveryStoredSubtitleAndCanStopTheScan) {
 TEST(DubbingScan, BothTagFormsBackFillOpenCueOutsAndFillTheRoster) {
   TestStation t;
   t.open(u"DUB[0 N 00:00:01:00>00:00:02:00] ANNA\nHi.\n\nDUB[00:00:05:00]\tMARK\nYo.\n\nDUB[00:00:07:00]\tANNA\nBye.\n\n");
-  ASSERT_TRUE(scanSubtitles(t.st, 0));
+  ASSERT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
   const ScanTable& s = t.st.s.scan;
   ASSERT_EQ(s.count(), 3);
   EXPECT_FALSE(s.isSubtitle[1]);
@@ -112,25 +112,25 @@ TEST(DubbingScan, NameRulesAndSequenceFault) {
   {
     TestStation t;  // a one-character name is refused
     t.open(u"DUB[00:00:05:00]\tM\nYo.\n\n");
-    EXPECT_FALSE(scanSubtitles(t.st, 0));
+    EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
     EXPECT_EQ(t.ui.lastBox().text, u"Error: Invalid Format in character name in TC=00:00:05:00");
   }
   {
     TestStation t;  // an empty name is accepted
     t.open(u"DUB[00:00:05:00]\t\nYo.\n\n");
-    EXPECT_TRUE(scanSubtitles(t.st, 0));
+    EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
     EXPECT_TRUE(t.ui.boxes.empty());
   }
   {
     TestStation t;  // a CR right behind the bracket skips the tag
     t.open(u"DUB[\nnot a tag\n\nSUB[0 N 00:00:01:00>00:00:02:00]\nA\n\n");
-    ASSERT_TRUE(scanSubtitles(t.st, 0));
+    ASSERT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
     EXPECT_EQ(t.st.s.scan.count(), 1);
   }
   {
     TestStation t;
     t.open(u"DUB[0 N 00:00:01:00>00:00:02:00] ANNA\nA\n\nDUB[0 N 00:00:05:00>00:00:04:00] ANNA\nB\n\n");
-    EXPECT_FALSE(scanSubtitles(t.st, 0));
+    EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
     EXPECT_EQ(t.ui.lastBox().text, u"Time code sequence error in [00:00:05:00]\rCue-out occurs before cue-in.");
     EXPECT_EQ(t.st.s.scan.subtitleCount, 1);
   }
@@ -139,7 +139,7 @@ TEST(DubbingScan, NameRulesAndSequenceFault) {
 TEST(CaptionScan, ReadsAttributesAndUpToFourRows) {
   TestStation t;
   t.open(u"CAP[2IL 00:00:01:00>00:00:03:00]\nROW ONE\nROW TWO\n\nCAP[0NC 00:00:04:00>00:00:05:00]\nA\nB\nC\nD\nE\n\n");
-  ASSERT_TRUE(scanCaptions(t.st, 0));
+  ASSERT_TRUE(scanCaptions(t.st, ScanMode::WholeScript));
   const ScanTable& s = t.st.s.scan;
   ASSERT_EQ(s.count(), 2);
   EXPECT_EQ(s.posDigit[1], u'2');

@@ -185,7 +185,7 @@ TEST(ScriptWindowFiles, TypedAndTimedScriptSurvivesDocxSaveAndReopen) {
   const long at = static_cast<long>(tag.size());
   EXPECT_TRUE(d.italic({at + 6, at + 11}));
   EXPECT_FALSE(d.italic({at, at + 5}));
-  EXPECT_TRUE(scanSubtitles(again.st, 0));
+  EXPECT_TRUE(scanSubtitles(again.st, ScanMode::WholeScript));
   EXPECT_EQ(again.st.s.scan.count(), 1);
   EXPECT_TRUE(editorInStep(*again.window.activeView()));
 }

@@ -39,9 +39,9 @@ struct FrameRig : SimRig {
     }
     ss.scan.subtitleCount = k;
   }
-  std::vector<double> table() {
-    std::vector<double> v;
-    for (auto& e : s().frameTable) v.push_back(e[0]);
+  std::vector<long> table() {
+    std::vector<long> v;
+    for (auto& e : s().frameTable) v.push_back(e.subtitle);
     return v;
   }
 };
@@ -51,11 +51,11 @@ TEST(FrameTable, EachSubtitleCoversItsFramesUpToAndWithItsCueOut) {
   rig.s().noframes = 10;
   cleanSubtitlesArray(rig.s());
   ASSERT_EQ(rig.s().frameTable.size(), 10u);
-  EXPECT_EQ(rig.s().frameTable[7][1], 7);
+  EXPECT_EQ(rig.s().frameTable[7].frame, 7);
   rig.records({{1, 3}, {5, 5}, {7, 8}});
   fillSubtitlesArray(rig.s());
   EXPECT_EQ(rig.s().TCBase, 90000);
-  EXPECT_EQ(rig.table(), (std::vector<double>{-1, 1, 1, 1, -1, 2, -1, 3, 3, -1}));
+  EXPECT_EQ(rig.table(), (std::vector<long>{-1, 1, 1, 1, -1, 2, -1, 3, 3, -1}));
 }
 
 TEST(FrameTable, AnOverlapBlocksEverySubtitleAfterIt) {
@@ -64,7 +64,7 @@ TEST(FrameTable, AnOverlapBlocksEverySubtitleAfterIt) {
   cleanSubtitlesArray(rig.s());
   rig.records({{1, 4}, {2, 3}, {7, 8}});
   fillSubtitlesArray(rig.s());
-  EXPECT_EQ(rig.table(), (std::vector<double>{-1, 1, 1, 1, 1, -1, -1, -1, -1, -1}));
+  EXPECT_EQ(rig.table(), (std::vector<long>{-1, 1, 1, 1, 1, -1, -1, -1, -1, -1}));
 }
 
 struct RecordingRenderer : WysiwygRenderer {

@@ -110,7 +110,7 @@ TEST(SubtitleSimulation, EmptyTableNeverStartsTheVideo) {
   SimRig rig;
   rig.s().scan.subtitleCount = 0;
   rig.s().g_fVideoRun = true;
-  simulateBlocks(rig.st(), 0);
+  simulateBlocks(rig.st(), SimulationStart::Top);
   EXPECT_EQ(rig.t.ui.pumps, 0);
   EXPECT_EQ(rig.player.seeks, 0);
   EXPECT_FALSE(rig.s().g_fVideoRun);

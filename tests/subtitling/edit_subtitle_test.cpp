@@ -116,7 +116,7 @@ TEST_F(Edit, EscapeLeavesEverythingAsItWas) {
 
 TEST_F(Edit, OneLineSitsLowerAndTheFirstEntryHasNoLowerBound) {
   t.open(u"SUB[5 I 00:00:01:00>00:00:02:00]\rSolo\r\rSUB[0 N 00:00:03:00>00:00:04:00]\rNext\r\r");
-  ASSERT_TRUE(scanWithoutChecks(t.st, 0));
+  ASSERT_TRUE(scanWithoutChecks(t.st, ScanMode::WholeScript));
   keys([](Session& s, ViewState&) { s.g_fedit = false; });
   editSubtitle(t.st, 1);
   EXPECT_EQ(shown.Line1.caption, u"Solo");

@@ -132,7 +132,7 @@ TEST(RuleChecks, EachRuleAsksAtItsLimitAndTheAnswerDecides) {
     c.options(t.st.s);
     t.ui.answers.assign(c.answers.begin(), c.answers.end());
     t.open(c.script + kStop);
-    EXPECT_EQ(scanSubtitles(t.st, 0), c.result);
+    EXPECT_EQ(scanSubtitles(t.st, ScanMode::WholeScript), c.result);
     EXPECT_EQ(t.boxes(), c.boxes);
     for (const auto& shown : t.ui.boxes) {
       EXPECT_EQ(shown.box.buttons, Buttons::YesNo);
@@ -153,7 +153,7 @@ TEST(RuleChecks, AnswerYesLetsTheScanGoOn) {
   SubtitlingStation t;
   t.ui.answers = {Answer::Yes};
   t.open(block("00:00:06:00", "00:00:06:15", "Short") + block("00:00:08:00", "00:00:09:00", "Read") + kStop);
-  EXPECT_TRUE(scanSubtitles(t.st, 0));
+  EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
   EXPECT_EQ(t.st.s.scan.subtitleCount, 2);
   EXPECT_EQ(t.boxes().size(), 1u);
 }
@@ -164,8 +164,8 @@ TEST(RuleChecks, DisabledChecksAskNothingAndTheTotalsStartAfreshOnEveryScan) {
   t.open(block("00:00:01:00", "00:00:01:05", "Short and far too long for one row of text") +
          block("00:00:00:10", "00:00:00:05", "Two\rLines") + block("00:00:09:00", "00:00:10:00", "\rLate") +
          u"DUB[0 N 00:00:11:00>00:00:12:00] JOHN\rHello\r\r" + kStop);
-  EXPECT_TRUE(scanSubtitles(t.st, 0));
-  EXPECT_TRUE(scanSubtitles(t.st, 0));
+  EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
+  EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
   EXPECT_TRUE(t.boxes().empty());
   // A text opening with an empty line is one line; the dubbing entry counts nothing.
   EXPECT_EQ(t.st.s.totalbloq1linea, 2);
