@@ -8,6 +8,7 @@
 #include "script/document_service.h"
 #include "script/timing_helpers.h"
 #include "script/timing_run.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -140,9 +141,11 @@ void runCaptions(Station& st, bool assisted) {
     emptyRows(f);
     if (s.g_fsim) {
       const char16_t digit = u"0123456789ABCDEF"[s.ultimaposenpantallacc & 15];
-      const u16 style = s.miItalStyle.empty() ? u16(u"N") : s.miItalStyle.substr(0, 1);
-      const u16 tag = u"CAP[" + u16(1, digit) + style + s.ultimaposhcc + u" " + SEGaTC(cue.in - inDelay, fps) +
-                      u">" + SEGaTC(cueOut - outDelay, fps) + u"]" + CR;
+      const char16_t style = s.miItalStyle.empty() ? u'N' : s.miItalStyle[0];
+      // The run keeps one letter in `ultimaposhcc`, C from its start.
+      const char16_t align = s.ultimaposhcc.empty() ? u'C' : s.ultimaposhcc[0];
+      const u16 tag =
+          TimingTag::caption(digit, style, align, SEGaTC(cue.in - inDelay, fps), SEGaTC(cueOut - outDelay, fps)).line();
       d.insertBefore(d.selectionParagraph(1), tag);
       lastCueOut = cueOut;
       d.selectNext(wdParagraph, b.count);  // onto the empty paragraph behind the rows

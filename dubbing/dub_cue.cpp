@@ -4,15 +4,18 @@
 #include "dubbing/roster.h"
 #include "script/document_ops.h"
 #include "script/document_service.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
 u16 dubbingTag(const Station& st, const u16& name) {
   const Session& s = st.s;
-  const u16 nameLine = name.empty() ? u16() : name + CR;
-  if (s.cueInOnly) return u"DUB[" + SEGaTC(s.blockOut - s.delay, st.fps()) + u"]\t" + nameLine;
-  return (s.dub_voz_on ? u"DUB[0 N " : u"DUB[0 F ") + SEGaTC(s.blockIn - s.delay, st.fps()) + u">" +
-         SEGaTC(s.blockOut - s.delay, st.fps()) + u"] " + nameLine;
+  const int fps = st.fps();
+  TimingTag tag = s.cueInOnly ? TimingTag::shortDubbing(SEGaTC(s.blockOut - s.delay, fps))
+                              : TimingTag::dubbing(s.dub_voz_on ? u'N' : u'F', SEGaTC(s.blockIn - s.delay, fps),
+                                                   SEGaTC(s.blockOut - s.delay, fps));
+  tag.trailer = name;
+  return name.empty() ? tag.text() : tag.line();
 }
 
 void insertar_dub(Station& st, const u16& vozinsert) {

@@ -5,6 +5,7 @@
 #include "core/timecode.h"
 #include "script/document_ops.h"
 #include "script/document_service.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -28,17 +29,17 @@ int mnu_DUB_SUB(Station& st) {
   if (cur > 0 && nxt == 0) nxt = len;
   while (cur > 0 && nxt > 0) {
     const long t = cur - 1;  // 0-based offset of the tag's D
-    if (!(t + 4 < len && text[static_cast<size_t>(t + 4)] == CR)) {
-      const double in = TCaSEG(mid(text, t + 9, 11), fps, st.ui);
-      const double out = TCaSEG(mid(text, t + 21, 11), fps, st.ui);
-      long n = 0;
-      while (n < 255 && t + 33 + n < len && text[static_cast<size_t>(t + 33 + n)] != CR) ++n;
-      if (n == 1 || n >= 255) {
+    if (tagChar(text, t, tag_place::kPosition) != CR) {
+      const TimingTag tag = readTag(text, t, TimingTag::Kind::Dubbing);
+      const double in = TCaSEG(tag.cueIn, fps, st.ui);
+      const double out = TCaSEG(tag.cueOut, fps, st.ui);
+      const long n = characterNameLength(text, t + tag_place::kTrailer);
+      if (faultyNameLength(n)) {
         critical(st.ui, u"Error: Invalid format \r" + mid(text, t + 4, 33));
         st.s.scan.subtitleCount = 1;
         return converted;  // the pointer stays as it was
       }
-      const u16 name = mid(text, t + 34, n);
+      const u16 name = tagField(text, t, tag_place::kTrailer, n);
       FindRequest f;
       f.findText = mid(text, t + 1, 33) + name;
       f.replaceWith = u"S" + mid(text, t + 2, 32);

@@ -14,8 +14,8 @@ inline constexpr int kNameCapacity = 999;
 // The character name field of a DUB[ paragraph (without its mark): behind
 // the tab of a short tag, behind the blank of a long one.
 u16 tagName(const u16& para) {
-  const bool shortTag = para.size() > 15 && para[15] == u']';
-  const size_t at = shortTag ? 17 : 33;
+  const bool shortTag = tagChar(para, 0, tag_place::kShortClose) == u']';
+  const auto at = static_cast<size_t>(shortTag ? tag_place::kShortTrailer : tag_place::kTrailer);
   return at < para.size() ? para.substr(at) : u16();
 }
 

@@ -40,17 +40,17 @@ void scanCharacters(Station& st) {
   if (cur > 0 && nxt == 0) nxt = len;
   while (cur > 0 && nxt > 0) {
     const long t = cur - 1;  // 0-based offset of the tag's D
-    if (t + 4 < len && text[static_cast<size_t>(t + 4)] == CR) break;
-    TCaSEG(mid(text, t + 9, 11), fps, st.ui);
-    TCaSEG(mid(text, t + 21, 11), fps, st.ui);
-    long n = 0;
-    while (n < 255 && t + 33 + n < len && text[static_cast<size_t>(t + 33 + n)] != CR) ++n;
-    if (n == 1 || n >= 255) {
+    if (tagChar(text, t, tag_place::kPosition) == CR) break;
+    const TimingTag tag = readTag(text, t, TimingTag::Kind::Dubbing);
+    TCaSEG(tag.cueIn, fps, st.ui);
+    TCaSEG(tag.cueOut, fps, st.ui);
+    const long n = characterNameLength(text, t + tag_place::kTrailer);
+    if (faultyNameLength(n)) {
       critical(st.ui, u"Error: Invalid format \r" + mid(text, t + 4, 33));
       st.s.scan.subtitleCount = 1;
       break;
     }
-    const u16 name = mid(text, t + 34, n);
+    const u16 name = tagField(text, t, tag_place::kTrailer, n);
     const size_t before = st.s.pickingList.items.size();
     if (lookUpCharacter(st, name) == 0) break;
     if (st.s.pickingList.items.size() > before) st.view.panel(8).text = name;

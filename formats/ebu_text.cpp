@@ -2,6 +2,8 @@
 
 #include <unordered_map>
 
+#include "formats/ebu_stl_layout.h"
+
 namespace quillon {
 
 namespace {
@@ -54,7 +56,7 @@ const Single kSingles[] = {
 const std::unordered_map<char16_t, std::string>& encodeTable() {
   static const std::unordered_map<char16_t, std::string> t = [] {
     std::unordered_map<char16_t, std::string> m;
-    m[CR] = "\x8A";
+    m[CR] = std::string(1, stl::kLineBreak);
     m[0x2026] = "...";
     for (const auto& s : kSingles) m[s.ch] = std::string(1, static_cast<char>(s.byte));
     for (const auto& a : kAccents)
@@ -108,11 +110,11 @@ u16 decodeEbuText(std::string_view field, bool& twoLines) {
   const auto& singles = singleDecodeTable();
   const auto& pairs = pairDecodeTable();
   for (size_t i = 0; i < field.size(); ++i) {
+    if (field[i] == stl::kUnused) break;
     auto b = static_cast<unsigned char>(field[i]);
-    if (b == 0x8F) break;
     if (b >= 32 && b <= 126) {
       out += static_cast<char16_t>(b);
-    } else if (b == 0x8A) {
+    } else if (field[i] == stl::kLineBreak) {
       out += CR;
       twoLines = true;
     } else if (auto s = singles.find(b); s != singles.end()) {

@@ -15,8 +15,9 @@ namespace quillon {
 std::string ANSItoEBU(char16_t c);
 std::string ANSItoEBU(u16v oneCharacter);
 
-// The text field of a TTI block back to script text: stops at 0x8F or at the
-// end of the field; 0x8A becomes CR and sets `twoLines`. Bytes without a
+// The text field of a TTI block back to script text: stops at the unused
+// space code or at the end of the field; a line break becomes CR and sets
+// `twoLines`. Bytes without a
 // row are dropped, a diacritic with a base it has no row for takes the base
 // with it.
 u16 decodeEbuText(std::string_view field, bool& twoLines);

@@ -12,6 +12,7 @@
 #include "script/codepage.h"
 #include "script/document_ops.h"
 #include "script/document_service.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -42,11 +43,7 @@ class LineReader {
 };
 
 u16 tag(char16_t position, char16_t style, const u16& in, const u16& out) {
-  u16 t = u"SUB[";
-  t += position;
-  t += u' ';
-  t += style;
-  return t + u" " + in + u">" + out + u"]" + CR;
+  return TimingTag::subtitle(position, u' ', style, in, out).line();
 }
 
 // A list read whole before anything is written: the blocks in order, how
@@ -344,7 +341,7 @@ bool mnuSubImpunitxt(Station& st) {
     long next = n + 1 <= 9999 ? four[n + 1] : five[n + 1];
     long textLength = (next > 0 ? next : len) - p - 30;
     u16 text = textLength > 0 ? mid(s, p + 29, textLength) : u16();
-    blocks += u"SUB[0 N " + in + u">" + out + u"]" + CR + text + CR;
+    blocks += tag(u'0', u'N', in, out) + text + CR;
     ++n;
     p = next;
   }
@@ -352,7 +349,7 @@ bool mnuSubImpunitxt(Station& st) {
   // Inserted last first ahead of a closing "SUB[" line, so they read in order.
   st.doc->documentsAdd();
   st.doc->setFontName(u"Arial Unicode MS");
-  st.doc->contentInsertBefore(u16(u"SUB[") + CR);
+  st.doc->contentInsertBefore(tagHead(TimingTag::Kind::Subtitle) + CR);
   st.doc->contentInsertBefore(blocks);
   return true;
 }

@@ -3,6 +3,7 @@
 #include "core/timecode.h"
 #include "script/document_ops.h"
 #include "script/document_service.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -17,9 +18,11 @@ std::pair<double, double> cardTimes(const Session& s, int c, int n) {
   return it == s.cardTimes.end() ? std::pair<double, double>{0, 0} : it->second;
 }
 
+// The tag ends in a blank: an empty note.
 u16 mergeTag(int n, double in, double out, int fps) {
-  u16 digit = right(numberText(n), 1);
-  return u"SUB[" + digit + u" N " + SEGaTC(in, fps) + u">" + SEGaTC(out, fps) + u"] " + CR;
+  TimingTag tag = TimingTag::subtitle(positionDigit(n), u' ', u'N', SEGaTC(in, fps), SEGaTC(out, fps));
+  tag.trailer = u16();
+  return tag.line();
 }
 
 }  // namespace

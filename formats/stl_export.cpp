@@ -5,9 +5,11 @@
 
 #include "core/atomic_file.h"
 #include "core/timecode.h"
+#include "formats/ebu_stl_layout.h"
 #include "formats/ebu_text.h"
 #include "formats/export_frame.h"
 #include "script/document_service.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -65,16 +67,15 @@ const char16_t* lookUp(const std::vector<CodeRow>& rows, const u16& key, const c
 }
 
 // A GSI text field: through code page 850 or as typed, blank-padded, cut.
-std::string textField(const u16& text, size_t width, bool dos850) {
+std::string textField(const u16& text, stl::Field f, bool dos850) {
   std::string b = dos850 ? ansiToAscii(text) : ansiBytes(text);
-  b.resize(width, ' ');
+  b.resize(f.width, ' ');
   return b;
 }
 
-// A numeric GSI field in its picture; more digits than the picture make it
-// longer.
-std::string numberField(const u16& text, std::string_view picture) {
-  return formatNumber8(leadingNumber(text), picture);
+// A numeric GSI field, zero-padded to its width; more digits make it longer.
+std::string numberField(const u16& text, stl::Field f) {
+  return formatNumber8(leadingNumber(text), std::string(f.width, '0'));
 }
 
 // Characters 1-2, 4-5, 7-8 and 10-11 of a timecode text.
@@ -92,27 +93,49 @@ void addProperty(Station& st, const u16& name, const u16& value) {
 std::optional<u16> property(Station& st, const char16_t* name) { return documentProperty(st, name); }
 std::optional<u16> builtin(Station& st, int index) { return builtinDocumentProperty(st, index); }
 
-void appendTimecode(std::string& b, double seconds, int fps) {
+// A TCI or TCO field: one byte each for hours, minutes, seconds and frames.
+std::string timecodeBytes(double seconds, int fps) {
   u16 tc = SEGaTC(seconds, fps);
+  std::string b;
   for (long at : {1, 4, 7, 10}) b += static_cast<char>(static_cast<int>(leadingNumber(mid(tc, at, 2))) & 0xFF);
+  return b;
 }
 
-void padBlock(std::string& b, size_t width) { b.resize(width, '\x8F'); }
+// A TTI block: subtitle number, times, vertical position and justification in
+// front of the text field, which is padded and cut to its width.
+std::string ttiBlock(int number, std::string_view tci, std::string_view tco, int vp, int jc, std::string_view text) {
+  using namespace stl::tti;
+  std::string b(TF.offset, '\0');
+  b[SN.offset] = static_cast<char>(number & 0xFF);
+  b[SN.offset + 1] = static_cast<char>((number >> 8) & 0xFF);
+  b[EBN.offset] = static_cast<char>(kLastBlock);
+  b.replace(TCI.offset, TCI.width, tci);
+  b.replace(TCO.offset, TCO.width, tco);
+  b[VP.offset] = static_cast<char>(vp);
+  b[JC.offset] = static_cast<char>(jc);
+  b += text;
+  b.resize(stl::kTtiBlockSize, stl::kUnused);
+  return b;
+}
+
+// Between two lines of a text field.
+const std::string kNextLine{stl::kEndBox, stl::kLineBreak, stl::kStartBox, stl::kStartBox};
+const std::string kLineStart{stl::kStartBox, stl::kStartBox};
 
 }  // namespace
 
 FormaSTL::FormaSTL() {
   windowTitle = u"Quillon: Conversion to EBU Subtitling data exchange format";
-  add("TextOPT", u"OPT (Original Programme Title)", u"", 32);
-  add("TextOET", u"OET (Original Episode Title)", u"", 32);
-  add("TextTPT", u"TPT (Translated Programme Title)", u"", 32);
-  add("TextTET", u"TET (Translated Episode Title)", u"", 32);
-  add("TextTN", u"TN (Translator's Name)", u"", 32);
-  add("TextTCD", u"TCD (Translator's Contact Details)", u"", 32);
-  add("TextSLR", u"SLR (Subtitle List Reference Code)", u"", 16);
-  add("TextCD", u"CD (Creation Date)", u"", 6);
-  add("TextRD", u"RD (Revision Date)", u"", 6);
-  add("TextRN", u"RN (Revision Number)", u"", 2);
+  add("TextOPT", u"OPT (Original Programme Title)", u"", stl::gsi::OPT.width);
+  add("TextOET", u"OET (Original Episode Title)", u"", stl::gsi::OET.width);
+  add("TextTPT", u"TPT (Translated Programme Title)", u"", stl::gsi::TPT.width);
+  add("TextTET", u"TET (Translated Episode Title)", u"", stl::gsi::TET.width);
+  add("TextTN", u"TN (Translator's Name)", u"", stl::gsi::TN.width);
+  add("TextTCD", u"TCD (Translator's Contact Details)", u"", stl::gsi::TCD.width);
+  add("TextSLR", u"SLR (Subtitle List Reference Code)", u"", stl::gsi::SLR.width);
+  add("TextCD", u"CD (Creation Date)", u"", stl::gsi::CD.width);
+  add("TextRD", u"RD (Revision Date)", u"", stl::gsi::RD.width);
+  add("TextRN", u"RN (Revision Number)", u"", stl::gsi::RN.width);
   add("TextTNB", u"TNB (# Blocks)", u"");
   add("TextTNS", u"TNS (# Subtitles)", u"");
   add("TextTNG", u"TNG (# Groups)", u"1");
@@ -122,10 +145,10 @@ FormaSTL::FormaSTL() {
   add("TextTCF", u"TC First in Cue", u"00:00:00:00");
   add("TextTND", u"TND (No. Discs)", u"1");
   add("TextDSN", u"DSN (Disc No.)", u"1");
-  add("TextPUB", u"PUB (Publisher)", u"", 32);
-  add("TextEN", u"EN (Editor's Name)", u"", 32);
-  add("TextECD", u"ECD (Editor's Contact Details)", u"", 32);
-  add("TextUDA", u"UDA (User Defined Area)", u"", 576);
+  add("TextPUB", u"PUB (Publisher)", u"", stl::gsi::PUB.width);
+  add("TextEN", u"EN (Editor's Name)", u"", stl::gsi::EN.width);
+  add("TextECD", u"ECD (Editor's Contact Details)", u"", stl::gsi::ECD.width);
+  add("TextUDA", u"UDA (User Defined Area)", u"", stl::gsi::UDA.width);
   add("LabTitle", u"Title in page 0", u"");
   add("LabEpisode", u"Episode in page 0", u"");
   add("LabStory", u"Story in page 0", u"");
@@ -150,7 +173,7 @@ u16 cpnCode(const u16& c) {
   return u"437";
 }
 
-u16 dfcCode(const u16& c) { return c == u"25" ? u"STL25.01" : u"STL30.01"; }
+u16 dfcCode(const u16& c) { return fromLatin1(c == u"25" ? stl::gsi::kDfc25 : stl::gsi::kDfc30); }
 
 u16 dscCode(const u16& c) {
   if (c == u"Undefined") return u" ";
@@ -218,9 +241,9 @@ void fillFormaSTL(Station& st, FormaSTL& form) {
     if (auto v = property(st, name)) form[control] = *v;
     else form[control] = otherwise.value_or(u16());
   };
-  auto cut = [](std::optional<u16> v, long n) -> std::optional<u16> {
+  auto cut = [](std::optional<u16> v, stl::Field field) -> std::optional<u16> {
     if (!v) return std::nullopt;
-    return left(*v, n);
+    return left(*v, static_cast<long>(field.width));
   };
   auto date = [&](int index) -> std::optional<u16> {
     auto v = builtin(st, index);
@@ -233,9 +256,9 @@ void fillFormaSTL(Station& st, FormaSTL& form) {
   fromProperty("TextOPT", u"OPT", std::nullopt);
   fromProperty("TextOET", u"OET", std::nullopt);
   fromProperty("TextTPT", u"TPT", std::nullopt);
-  fromProperty("TextTET", u"TET", cut(builtin(st, wdPropertyTitle), 32));
-  fromProperty("TextTN", u"TN", cut(builtin(st, wdPropertyAuthor), 32));
-  fromProperty("TextTCD", u"TCD", cut(builtin(st, wdPropertyCompany), 32));
+  fromProperty("TextTET", u"TET", cut(builtin(st, wdPropertyTitle), stl::gsi::TET));
+  fromProperty("TextTN", u"TN", cut(builtin(st, wdPropertyAuthor), stl::gsi::TN));
+  fromProperty("TextTCD", u"TCD", cut(builtin(st, wdPropertyCompany), stl::gsi::TCD));
   fromProperty("TextSLR", u"SLR", std::nullopt);
   fromProperty("TextCD", u"CD", date(wdPropertyTimeCreated));
   fromProperty("TextRD", u"RD", date(wdPropertyTimeLastSaved));
@@ -245,10 +268,10 @@ void fillFormaSTL(Station& st, FormaSTL& form) {
   form["TextTNS"] = blocks;
   form["TextTCP"] = st.view.LabCom.caption.empty() ? u16(u"00:00:00:00") : st.view.LabCom.caption;
   form["TextTCF"] = SEGaTC(st.s.TCF, st.fps());
-  fromProperty("TextPUB", u"PUB", left(user, 32));
-  fromProperty("TextEN", u"EN", left(user, 32));
-  fromProperty("TextECD", u"ECD", left(address, 32));
-  fromProperty("TextUDA", u"UDA", cut(builtin(st, wdPropertyComments), 576));
+  fromProperty("TextPUB", u"PUB", cut(user, stl::gsi::PUB));
+  fromProperty("TextEN", u"EN", cut(user, stl::gsi::EN));
+  fromProperty("TextECD", u"ECD", cut(address, stl::gsi::ECD));
+  fromProperty("TextUDA", u"UDA", cut(builtin(st, wdPropertyComments), stl::gsi::UDA));
   form["LabTitle"] = left(documentBaseName(st), 32);
   form["LabEpisode"].clear();
   form["LabStory"].clear();
@@ -273,8 +296,9 @@ WriteResult generateSTL(Station& st, FormaSTL& f) {
   }
   std::string& b = f.strarchivo;
   b.clear();
-  auto text = [&](const char* control, const char16_t* propertyName, size_t width, bool dos850) {
-    b += textField(f[control], width, dos850);
+  using namespace stl;
+  auto text = [&](const char* control, const char16_t* propertyName, Field field, bool dos850) {
+    b += textField(f[control], field, dos850);
     if (propertyName) addProperty(st, propertyName, f[control]);
   };
   b += ansiBytes(cpnCode(f["ComboCPN"]));
@@ -282,43 +306,44 @@ WriteResult generateSTL(Station& st, FormaSTL& f) {
   b += ansiBytes(dscCode(f["ComboDSC"]));
   b += ansiBytes(cctCode(f["ComboCCT"]));
   b += ansiBytes(lcCode(f["ComboLC"], f.sublanguage));
-  text("TextOPT", u"OPT", 32, true);
-  text("TextOET", u"OET", 32, true);
-  text("TextTPT", u"TPT", 32, true);
-  text("TextTET", u"TET", 32, true);
-  text("TextTN", u"TN", 32, true);
-  text("TextTCD", u"TCD", 32, true);
-  text("TextSLR", u"SLR", 16, false);
-  text("TextCD", u"CD", 6, false);
-  text("TextRD", u"RD", 6, false);
-  b += numberField(f["TextRN"], "00");
+  text("TextOPT", u"OPT", gsi::OPT, true);
+  text("TextOET", u"OET", gsi::OET, true);
+  text("TextTPT", u"TPT", gsi::TPT, true);
+  text("TextTET", u"TET", gsi::TET, true);
+  text("TextTN", u"TN", gsi::TN, true);
+  text("TextTCD", u"TCD", gsi::TCD, true);
+  text("TextSLR", u"SLR", gsi::SLR, false);
+  text("TextCD", u"CD", gsi::CD, false);
+  text("TextRD", u"RD", gsi::RD, false);
+  b += numberField(f["TextRN"], gsi::RN);
   addProperty(st, u"RN", f["TextRN"]);
-  b += numberField(f["TextTNB"], "00000");
-  b += numberField(f["TextTNS"], "00000");
-  b += numberField(f["TextTNG"], "000");
-  b += numberField(f["TextMNC"], "00");
-  b += numberField(f["TextMNR"], "00");
-  b += ansiBytes(left(f["ComboTCS"], 1));
+  b += numberField(f["TextTNB"], gsi::TNB);
+  b += numberField(f["TextTNS"], gsi::TNS);
+  b += numberField(f["TextTNG"], gsi::TNG);
+  b += numberField(f["TextMNC"], gsi::MNC);
+  b += numberField(f["TextMNR"], gsi::MNR);
+  b += ansiBytes(left(f["ComboTCS"], gsi::TCS.width));
   b += timecodeField(f["TextTCP"]);
   b += timecodeField(f["TextTCF"]);
-  b += numberField(f["TextTND"], "0");
-  b += numberField(f["TextDSN"], "0");
+  b += numberField(f["TextTND"], gsi::TND);
+  b += numberField(f["TextDSN"], gsi::DSN);
   b += ansiBytes(coCode(f["ComboCO"]));
-  auto padded = [&](const char* control, const char16_t* name, long width) {
-    u16 v = left(f[control] + u16(static_cast<size_t>(width), u' '), width);
+  auto padded = [&](const char* control, const char16_t* name, Field field) {
+    const auto width = static_cast<long>(field.width);
+    u16 v = left(f[control] + u16(field.width, u' '), width);
     addProperty(st, name, v);
   };
-  b += textField(f["TextPUB"], 32, true);
-  padded("TextPUB", u"PUB", 32);
-  b += textField(f["TextEN"], 32, true);
-  padded("TextEN", u"EN", 32);
-  b += textField(f["TextECD"], 32, true);
-  padded("TextECD", u"ECD", 32);
-  b += std::string(75, ' ');
+  b += textField(f["TextPUB"], gsi::PUB, true);
+  padded("TextPUB", u"PUB", gsi::PUB);
+  b += textField(f["TextEN"], gsi::EN, true);
+  padded("TextEN", u"EN", gsi::EN);
+  b += textField(f["TextECD"], gsi::ECD, true);
+  padded("TextECD", u"ECD", gsi::ECD);
+  b += std::string(gsi::spare.width, ' ');
   std::string uda = "NORVALELB" + ansiToAscii(f["TextUDA"]);
-  uda.resize(576, ' ');
+  uda.resize(gsi::UDA.width, ' ');
   b += uda;
-  padded("TextUDA", u"UDA", 576);
+  padded("TextUDA", u"UDA", gsi::UDA);
 
   llenarTTI(st, f);
   f.progressValue = 0;
@@ -340,35 +365,26 @@ void llenarTTI(Station& st, FormaSTL& f) {
   st.ui.setPointer(Pointer::Hourglass);
   std::string& out = f.strarchivo;
 
-  std::string page0{'\x00', '\x00', '\x00', '\xFF', '\x00', '\x00', '\x00', '\x00', '\x00',
-                    '\x00', '\x00', '\x00', '\x08', '\x11', '\x02', '\x00', '\x0B', '\x0B'};
+  // Page 0: the programme's particulars, centred on row 17 for eight frames
+  // from zero.
+  std::string page0 = kLineStart;
   const u16& typed = f["TextPage0"];
   if (typed.empty()) {
-    page0 += "Title: " + ansiBytes(left(f["LabTitle"], 32)) + "\x0A\x8A\x0B\x0B";
-    page0 += "Episode: " + ansiBytes(left(f["LabEpisode"], 16)) + "\x0A\x8A\x0B\x0B";
-    page0 += "Story: " + ansiBytes(left(f["LabStory"], 16)) + "\x0A\x8A\x0B\x0B";
-    page0 += "Lang: " + ansiBytes(f.sublanguage) + "\x0A";
+    page0 += "Title: " + ansiBytes(left(f["LabTitle"], 32)) + kNextLine;
+    page0 += "Episode: " + ansiBytes(left(f["LabEpisode"], 16)) + kNextLine;
+    page0 += "Story: " + ansiBytes(left(f["LabStory"], 16)) + kNextLine;
+    page0 += "Lang: " + ansiBytes(f.sublanguage) + stl::kEndBox;
   } else {
-    for (char16_t c : typed) page0 += c == CR ? std::string("\x0A\x8A") : ansiBytes(u16(1, c));
-    page0 += '\x0A';
+    for (char16_t c : typed) page0 += c == CR ? std::string{stl::kEndBox, stl::kLineBreak} : ansiBytes(u16(1, c));
+    page0 += stl::kEndBox;
   }
-  padBlock(page0, 128);
-  out += page0;
+  out += ttiBlock(0, std::string{0, 0, 0, 0}, std::string{0, 0, 0, 8}, 17, stl::tti::kJcCentre, page0);
 
   const int fps = st.fps();
   for (int i = 1; i <= t.count(); ++i) {
     if (f.cancelarSTL) break;
     if (!t.isSubtitle[i]) continue;
     f.setProgress(i);
-    std::string block;
-    block += '\x00';
-    block += static_cast<char>(i & 0xFF);
-    block += static_cast<char>((i >> 8) & 0xFF);
-    block += '\xFF';
-    block += '\x00';
-    appendTimecode(block, t.cueIn[i], fps);
-    appendTimecode(block, t.cueOut[i], fps);
-
     const u16& text = t.text[i];
     const long n = static_cast<long>(text.size()) - 2;
     const u16 body = left(text, n);
@@ -378,31 +394,32 @@ void llenarTTI(Station& st, FormaSTL& f) {
     if (pos >= u'0' && pos <= u'3') vp = twoLines ? 20 : 22;
     else if (pos >= u'4' && pos <= u'6') vp = 16;
     else if (pos == u'7') vp = 7;
-    block += static_cast<char>(vp);
+    // Left goes out as 0, "unchanged", not as the standard's 1.
     const char16_t align = t.alignChar[i];
-    block += static_cast<char>(align == u'L' ? 0 : align == u'R' ? 3 : 2);
-    block += '\x00';
+    const int jc = align == u'L' ? stl::tti::kJcUnchanged : align == u'R' ? stl::tti::kJcRight : stl::tti::kJcCentre;
 
     const char16_t mark = t.styleChar[i];
     std::string tf;
-    if (mark == u'I' || mark == u'1') tf += '<';
-    tf += "\x0B\x0B";
+    if (italicFirstLine(mark)) tf += stl::kItalicOn;
+    tf += kLineStart;
     bool broke = false;
     for (char16_t c : body) {
       if (c == CR) {
-        if (mark == u'I' || mark == u'1') tf += '>';
-        tf += "\x0A\x8A";
-        if (mark == u'I' || mark == u'2') tf += '<';
-        tf += "\x0B\x0B";
+        if (italicFirstLine(mark)) tf += stl::kItalicOff;
+        tf += stl::kEndBox;
+        tf += stl::kLineBreak;
+        if (italicSecondLine(mark)) tf += stl::kItalicOn;
+        tf += kLineStart;
         broke = true;
       } else {
         tf += ANSItoEBU(c);
       }
     }
-    if (mark == u'I' || (mark == u'2' && broke)) tf += '>';
-    tf += "\x0A\x8F";
-    padBlock(tf, 112);
-    out += block + tf;
+    // Style 1 on a subtitle of one line leaves its italics open.
+    if (italicWhole(mark) || (broke && italicSecondLine(mark))) tf += stl::kItalicOff;
+    tf += stl::kEndBox;
+    tf += stl::kUnused;
+    out += ttiBlock(i, timecodeBytes(t.cueIn[i], fps), timecodeBytes(t.cueOut[i], fps), vp, jc, tf);
   }
   st.ui.setPointer(Pointer::Default);
 }

@@ -4,9 +4,11 @@
 
 #include "core/atomic_file.h"
 #include "core/timecode.h"
+#include "formats/ebu_stl_layout.h"
 #include "formats/ebu_text.h"
 #include "script/document_ops.h"
 #include "script/document_service.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -30,38 +32,41 @@ char16_t positionFromVp(int vp, bool twoLines) {
 }
 
 char16_t alignmentFromJc(int jc) {
-  if (jc == 3) return u'R';
-  if (jc == 0 || jc == 1) return u'L';
+  if (jc == stl::tti::kJcRight) return u'R';
+  if (jc == stl::tti::kJcUnchanged || jc == stl::tti::kJcLeft) return u'L';
   return u' ';
 }
 
-double blockTime(std::string_view b, size_t at, double rate) {
-  auto byte = [&](size_t k) { return static_cast<double>(static_cast<unsigned char>(b[at + k])); };
+int byteAt(std::string_view block, stl::Field f) { return static_cast<unsigned char>(block[f.offset]); }
+
+// A TCI or TCO field: hours, minutes, seconds and frames.
+double blockTime(std::string_view block, stl::Field f, double rate) {
+  auto byte = [&](size_t k) { return static_cast<double>(static_cast<unsigned char>(block[f.offset + k])); };
   return byte(0) * 3600 + byte(1) * 60 + byte(2) + byte(3) / rate;
 }
 
 // The blocks of the image as the reader visits them: tag and text.
 template <typename Sink>
 void walkBlocks(std::string_view image, int fps, Sink&& sink) {
-  std::string gsi(image.substr(0, std::min<size_t>(1024, image.size())));
-  gsi.resize(1024, '\0');
-  const bool pal = gsi.substr(3, 8) == "STL25.01";
+  using namespace stl;
+  std::string gsiBlock(image.substr(0, std::min(kGsiBlockSize, image.size())));
+  gsiBlock.resize(kGsiBlockSize, '\0');
+  const bool pal = fieldOf(gsiBlock, gsi::DFC) == gsi::kDfc25;
   const double rate = pal ? 25 : 30;
-  const long tnb = static_cast<long>(leadingNumber(std::string_view(gsi).substr(238, 5)));
+  const long tnb = static_cast<long>(leadingNumber(fieldOf(gsiBlock, gsi::TNB)));
   for (long k = 1; k <= tnb; ++k) {
-    size_t at = 1024 + static_cast<size_t>(k - 1) * 128;
+    size_t at = kGsiBlockSize + static_cast<size_t>(k - 1) * kTtiBlockSize;
     if (at >= image.size()) break;  // the blocks past the end read empty and are skipped
-    std::string block(image.substr(at, 128));
-    block.resize(128, '\0');
-    if (static_cast<unsigned char>(block[3]) != 0xFF) continue;
-    double in = blockTime(block, 5, rate), out = blockTime(block, 9, rate);
+    std::string block(image.substr(at, kTtiBlockSize));
+    block.resize(kTtiBlockSize, '\0');
+    if (byteAt(block, tti::EBN) != tti::kLastBlock) continue;
+    double in = blockTime(block, tti::TCI, rate), out = blockTime(block, tti::TCO, rate);
     bool twoLines = false;
-    u16 text = decodeEbuText(std::string_view(block).substr(16, 112), twoLines);
-    u16 tag = u"SUB[";
-    tag += positionFromVp(static_cast<unsigned char>(block[13]), twoLines);
-    tag += alignmentFromJc(static_cast<unsigned char>(block[14]));
-    tag += u"N " + SEGaTC(in, fps) + u">" + SEGaTC(out, fps) + u"]" + CR;
-    sink(tag, text + CR + CR);
+    u16 text = decodeEbuText(fieldOf(block, tti::TF), twoLines);
+    const TimingTag tag = TimingTag::subtitle(positionFromVp(byteAt(block, tti::VP), twoLines),
+                                              alignmentFromJc(byteAt(block, tti::JC)), u'N', SEGaTC(in, fps),
+                                              SEGaTC(out, fps));
+    sink(tag.line(), text + CR + CR);
   }
 }
 
@@ -85,8 +90,8 @@ void tellNotOfFormat(Station& st, const std::string& path, u16v what, u16v expec
 }
 
 bool isEbuStlImage(std::string_view image) {
-  if (image.size() < 1024) return false;
-  const std::string_view code = image.substr(3, 8);
+  if (image.size() < stl::kGsiBlockSize) return false;
+  const std::string_view code = stl::fieldOf(image, stl::gsi::DFC);
   auto digit = [](char c) { return c >= '0' && c <= '9'; };
   return code.substr(0, 3) == "STL" && digit(code[3]) && digit(code[4]) && code.substr(5) == ".01";
 }

@@ -3,6 +3,7 @@
 #include "core/atomic_file.h"
 #include "formats/export_frame.h"
 #include "script/codepage.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -119,11 +120,11 @@ void llenarSUB(Station& st, FormSUB& f) {
     const char16_t mark = t.styleChar[i];
     int digit = static_cast<int>(leadingNumber(u16(1, t.posDigit[i])));
     std::string block = ansiToAscii(f[vposName(digit >= 0 && digit <= 9 ? digit : 0)]);
-    if (mark == u'I' || mark == u'1') block += '[';
+    if (italicFirstLine(mark)) block += '[';
     for (char16_t c : subtitleBody(t.text[i])) {
       if (c == CR) {
         block += kCRLF;
-        if (mark == u'I' || mark == u'2') block += '[';
+        if (italicSecondLine(mark)) block += '[';
       } else {
         block += subCharacter(c);
       }

@@ -3,6 +3,7 @@
 #include "core/atomic_file.h"
 #include "core/timecode.h"
 #include "script/document_service.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -38,12 +39,12 @@ u16 samiText(const Station& st) {
     if (!tb.isSubtitle[i]) continue;
     const char16_t mark = tb.styleChar[i];
     b += u"<Sync Start=" + milliseconds(t(st, tb.cueIn[i])) + u"><P Class=ENCC>";
-    if (mark == u'1' || mark == u'I') b += u"<I>";
+    if (italicFirstLine(mark)) b += u"<I>";
     for (char16_t c : subtitleBody(tb.text[i])) {
       if (c == CR) {
-        if (mark == u'1') b += u"</I>";
+        if (italicFirstLine(mark) && !italicSecondLine(mark)) b += u"</I>";
         b += u"<br>";
-        if (mark == u'2' || mark == u'I') b += u"<I>";
+        if (italicSecondLine(mark)) b += u"<I>";
       } else {
         b += c;
       }
@@ -81,12 +82,12 @@ u16 ssaText(const Station& st) {
     b += u"Dialogue: Marked=0," + SEGaTCA(t(st, tb.cueIn[i])) + u"," + SEGaTCA(t(st, tb.cueOut[i])) +
          u",*Default,Name,0000,0000,0000,,";
     if (tb.posDigit[i] == u'9') b += u"{\\a6}";
-    if (mark == u'1' || mark == u'I') b += u"{\\i1}";
+    if (italicFirstLine(mark)) b += u"{\\i1}";
     for (char16_t c : subtitleBody(tb.text[i])) {
       if (c == CR) {
         b += u"\\N";
-        if (mark == u'1') b += u"{\\i0}";
-        if (mark == u'2') b += u"{\\i1}";
+        if (italicFirstLine(mark) && !italicSecondLine(mark)) b += u"{\\i0}";
+        if (italicSecondLine(mark) && !italicFirstLine(mark)) b += u"{\\i1}";
       } else {
         b += c;
       }

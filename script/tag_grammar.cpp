@@ -8,30 +8,6 @@ namespace quillon {
 
 namespace {
 
-// Character at 0-based tag position `p` of the tag whose first letter is at
-// 0-based text offset `t`; NUL past the text.
-char16_t tagChar(const u16& text, long t, long p) {
-  long i = t + p;
-  return i >= 0 && i < static_cast<long>(text.size()) ? text[static_cast<size_t>(i)] : u'\0';
-}
-
-u16 tagField(const u16& text, long t, long p, long n) {
-  long i = t + p;
-  if (i < 0 || i >= static_cast<long>(text.size())) return {};
-  return text.substr(static_cast<size_t>(i), static_cast<size_t>(n));
-}
-
-// Characters up to the next CR from `from`, giving up at 255.
-long nameLength(const u16& text, long from) {
-  long n = 0;
-  while (n < 255) {
-    long i = from + n;
-    if (i >= static_cast<long>(text.size()) || text[static_cast<size_t>(i)] == CR) break;
-    ++n;
-  }
-  return n;
-}
-
 void fillRecord(Station& st, int i) {
   ScanTable& t = st.s.scan;
   SubtitleRecord& r = t.records[i];
@@ -109,9 +85,9 @@ bool scanSubtitles(Station& st, ScanMode mode) {
 
   while (cur > 0 && cur < len && nxt > 0 && !pending && i <= kScanCapacity) {
     const long t = cur - 2;  // 0-based offset of the tag's first letter
-    bool skip = tagChar(text, t, 4) == CR;
-    if (!skip && tagChar(text, t, 15) != u']') {
-      if (tagChar(text, t, 19) != u'>' || tagChar(text, t, 31) != u']') {
+    bool skip = tagChar(text, t, tag_place::kPosition) == CR;
+    if (!skip && tagChar(text, t, tag_place::kShortClose) != u']') {
+      if (tagChar(text, t, tag_place::kArrow) != u'>' || tagChar(text, t, tag_place::kClose) != u']') {
         headerError(st, text, t, 34);
         return false;
       }
@@ -119,26 +95,25 @@ bool scanSubtitles(Station& st, ScanMode mode) {
     const char16_t letter = t >= 0 ? text[static_cast<size_t>(t)] : u'\0';
     tb.tagAt[i] = base + t;
     if (!skip && letter == u'S') {
-      const u16 inText = tagField(text, t, 8, 11), outText = tagField(text, t, 20, 11);
-      tb.cueIn[i] = TCaSEG(inText, fps, st.ui);
-      tb.cueOut[i] = TCaSEG(outText, fps, st.ui);
+      const TimingTag tag = readTag(text, t, TimingTag::Kind::Subtitle);
+      tb.cueIn[i] = TCaSEG(tag.cueIn, fps, st.ui);
+      tb.cueOut[i] = TCaSEG(tag.cueOut, fps, st.ui);
       if (tb.cueIn[i] == -1 || tb.cueOut[i] == -1) pending = true;
-      char16_t pos = tagChar(text, t, 4);
-      tb.posDigit[i] = leadingNumber(u16(1, pos)) > 9 ? u'0' : pos;
-      tb.alignChar[i] = tagChar(text, t, 5);
-      tb.styleChar[i] = tagChar(text, t, 6);
+      tb.posDigit[i] = leadingNumber(u16(1, tag.position)) > 9 ? u'0' : tag.position;
+      tb.alignChar[i] = tag.alignment;
+      tb.styleChar[i] = tag.style;
       tb.isSubtitle[i] = true;
-      // The note: a blank at 32, then text up to a CR looked for only
-      // within the ten characters from 32.
-      u16 window = tagField(text, t, 32, 10);
+      // The note: a blank behind the tag, then text up to a CR looked for
+      // only within the ten characters from that blank.
+      u16 window = tagField(text, t, tag_place::kLength, 10);
       long cr = instr(window, u"\r");
       long bodyStart;  // 0-based offset of the subtitle's text
       if (cr == 0) {
         tb.noteText[i].clear();
-        bodyStart = t + 32;
+        bodyStart = t + tag_place::kLength;
       } else {
-        tb.noteText[i] = cr > 1 ? tagField(text, t, 33, cr - 2) : u16{};
-        bodyStart = t + 32 + cr;
+        tb.noteText[i] = cr > 1 ? tagField(text, t, tag_place::kTrailer, cr - 2) : u16{};
+        bodyStart = t + tag_place::kLength + cr;
       }
       long bodyEnd = nxt - 2;  // 0-based: just before the next tag's first letter
       tb.text[i] = bodyEnd > bodyStart ? text.substr(static_cast<size_t>(bodyStart), static_cast<size_t>(bodyEnd - bodyStart)) : u16{};
@@ -147,23 +122,21 @@ bool scanSubtitles(Station& st, ScanMode mode) {
       if (st.checkSubtitle && !st.checkSubtitle(st, i, kept)) return false;
       if (kept) ++i;
     } else if (!skip && letter == u'D') {
-      const bool shortTag = tagChar(text, t, 15) == u']';
+      const bool shortTag = tagChar(text, t, tag_place::kShortClose) == u']';
+      const TimingTag tag = readTag(text, t, shortTag ? TimingTag::Kind::ShortDubbing : TimingTag::Kind::Dubbing);
+      const u16& inText = tag.cueIn;
       long nameAt;
-      u16 inText;
+      tb.cueIn[i] = TCaSEG(inText, fps, st.ui);
       if (shortTag) {
-        inText = tagField(text, t, 4, 11);
-        tb.cueIn[i] = TCaSEG(inText, fps, st.ui);
         tb.cueOut[i] = 0;
-        nameAt = t + 17;
+        nameAt = t + tag_place::kShortTrailer;
       } else {
-        inText = tagField(text, t, 8, 11);
-        tb.cueIn[i] = TCaSEG(inText, fps, st.ui);
-        tb.posDigit[i] = tagChar(text, t, 4);
-        tb.alignChar[i] = tagChar(text, t, 5);
-        tb.styleChar[i] = tagChar(text, t, 6);
-        tb.voiceOn[i] = tagChar(text, t, 6) == u'N';
-        tb.cueOut[i] = TCaSEG(tagField(text, t, 20, 11), fps, st.ui);
-        nameAt = t + 33;
+        tb.posDigit[i] = tag.position;
+        tb.alignChar[i] = tag.alignment;
+        tb.styleChar[i] = tag.style;
+        tb.voiceOn[i] = tag.style == u'N';
+        tb.cueOut[i] = TCaSEG(tag.cueOut, fps, st.ui);
+        nameAt = t + tag_place::kTrailer;
       }
       if (tb.cueIn[i] == -1 || tb.cueOut[i] == -1) pending = true;
       tb.isSubtitle[i] = false;
@@ -174,8 +147,8 @@ bool scanSubtitles(Station& st, ScanMode mode) {
         tb.subtitleCount = 1;
         return false;
       }
-      long n = nameLength(text, nameAt);
-      if (n == 1 || n >= 255) {
+      long n = characterNameLength(text, nameAt);
+      if (faultyNameLength(n)) {
         critical(st.ui, u"Error: Invalid Format in character name in TC=" + inText);
         tb.subtitleCount = 1;
         if (!shortTag) findCueOut(st, inText);
@@ -213,27 +186,28 @@ bool scanCaptions(Station& st, ScanMode mode) {
   const int fps = st.fps();
 
   bool pending = false;
-  long cur = instr(1, text, u"CAP[");
-  long nxt = cur > 0 ? instr(cur + 33, text, u"CAP[") : 0;
+  const u16 head = tagHead(TimingTag::Kind::Caption);
+  long cur = instr(1, text, head);
+  long nxt = cur > 0 ? instr(cur + tag_place::kTrailer, text, head) : 0;
   if (cur > 0 && nxt == 0) nxt = len + 1;
   int i = 1;
   while (cur > 0 && cur <= len && !pending && i <= kScanCapacity) {
     const long t = cur - 1;
-    const u16 head = tagField(text, t, 0, 32);
-    if (tagChar(text, t, 19) != u'>' || tagChar(text, t, 31) != u']') {
+    if (tagChar(text, t, tag_place::kArrow) != u'>' || tagChar(text, t, tag_place::kClose) != u']') {
       st.ui.setPointer(Pointer::Default);
       headerError(st, text, t, 30);
       return false;
     }
-    tb.posDigit[i] = tagChar(text, t, 4);
-    tb.styleChar[i] = tagChar(text, t, 5);
-    tb.alignChar[i] = tagChar(text, t, 6);
+    const TimingTag tag = readTag(text, t, TimingTag::Kind::Caption);
+    tb.posDigit[i] = tag.position;
+    tb.styleChar[i] = tag.style;
+    tb.alignChar[i] = tag.alignment;
     tb.isSubtitle[i] = true;
-    tb.cueIn[i] = TCaSEG(tagField(text, t, 8, 11), fps, st.ui);
-    tb.cueOut[i] = TCaSEG(tagField(text, t, 20, 11), fps, st.ui);
+    tb.cueIn[i] = TCaSEG(tag.cueIn, fps, st.ui);
+    tb.cueOut[i] = TCaSEG(tag.cueOut, fps, st.ui);
     if (tb.cueIn[i] == -1 || tb.cueOut[i] == -1) pending = true;
-    // Rows begin 33 characters behind the tag's start and stop at the next tag.
-    long rowsStart = t + 33, rowsEnd = nxt - 1;
+    // Rows begin behind the tag and its CR and stop at the next tag.
+    long rowsStart = t + tag_place::kTrailer, rowsEnd = nxt - 1;
     tb.text[i] = rowsEnd > rowsStart ? text.substr(static_cast<size_t>(rowsStart), static_cast<size_t>(rowsEnd - rowsStart)) : u16{};
     long p = rowsStart;
     for (int r = 0; r < 4 && p < rowsEnd; ++r) {
@@ -250,7 +224,7 @@ bool scanCaptions(Station& st, ScanMode mode) {
     }
     ++i;
     cur = nxt;
-    nxt = cur <= len ? instr(cur + 33, text, u"CAP[") : 0;
+    nxt = cur <= len ? instr(cur + tag_place::kTrailer, text, head) : 0;
     if (nxt == 0) nxt = len + 1;
   }
   tb.subtitleCount = i - 1;
@@ -260,9 +234,7 @@ bool scanCaptions(Station& st, ScanMode mode) {
 }
 
 u16 subtitleTag(int position, char16_t alignment, char16_t style, double cueIn, double cueOut, int fps) {
-  u16 pos = numberText(position);
-  return u"SUB[" + right(pos, 1) + u16(1, alignment) + u16(1, style) + u" " + SEGaTC(cueIn, fps) + u">" +
-         SEGaTC(cueOut, fps) + u"]\r";
+  return TimingTag::subtitle(positionDigit(position), alignment, style, SEGaTC(cueIn, fps), SEGaTC(cueOut, fps)).line();
 }
 
 u16 textlessSubtitleTag(int position, char16_t alignment, double cueIn, double cueOut, int fps) {
@@ -275,9 +247,11 @@ void insertSubtitleTag(Station& st, const u16& tag) {
 }
 
 u16 timesPattern(const u16& cueIn, const u16& cueOut) {
-  return tcSearchPattern(cueIn) + u">" + tcSearchPattern(cueOut) + u"]";
+  return tagTimes(tcSearchPattern(cueIn), tcSearchPattern(cueOut));
 }
 
-u16 wholeTagPattern(const u16& cueIn, const u16& cueOut) { return u"SUB[^?^?^? " + timesPattern(cueIn, cueOut); }
+u16 wholeTagPattern(const u16& cueIn, const u16& cueOut) {
+  return tagHead(TimingTag::Kind::Subtitle) + u"^?^?^? " + timesPattern(cueIn, cueOut);
+}
 
 }  // namespace quillon

@@ -1,15 +1,12 @@
-// The timing tags in the script's text, SUB[, DUB[ and CAP[: their layouts,
-// the scanners that read them back into the scan table, and the writers.
-//
-// Long subtitle tag, positions from 0 at its first letter:
-//   SUB[ p a s _ HH:MM:SS:FF > HH:MM:SS:FF ] [_note] CR
-// Long dubbing tag: DUB[0_v_in>out]_name CR. Short dubbing tag:
-// DUB[in]<TAB>name CR. Caption tag: CAP[ a1 a2 a3 _ in > out ] CR, rows behind.
+// The timing tags in the script's text, SUB[, DUB[ and CAP[ (their layouts
+// in script/timing_tag.h): the scanners that read them back into the scan
+// table, and the writers of subtitle tags from seconds.
 #pragma once
 
 #include <cstdint>
 
 #include "core/station.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 

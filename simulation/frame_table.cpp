@@ -4,6 +4,7 @@
 
 #include "core/timecode.h"
 #include "script/codepage.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -51,12 +52,8 @@ void handOver(Station& st, WysiwygRenderer& renderer, long index) {
   WysiwygRenderer::Subtitle sub;
   sub.line1 = unicodeToCp1252(r.line1);
   sub.line2 = unicodeToCp1252(r.line2);
-  switch (r.style) {
-    case u'I': sub.italic1 = sub.italic2 = true; break;
-    case u'1': sub.italic1 = true; break;
-    case u'2': sub.italic2 = true; break;
-    default: break;
-  }
+  sub.italic1 = italicFirstLine(r.style);
+  sub.italic2 = italicSecondLine(r.style);
   const double width = renderer.videoWidth();
   double x;
   if (r.alignment == u'L') {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/timecode.h"
+#include "script/timing_tag.h"
 #include "transport/video_commands.h"
 
 namespace quillon {
@@ -146,13 +147,9 @@ void placeFormaSub(Station& st, bool twoLines, int position) {
 }
 
 void applySubtitleStyle(OverlayLine& line1, OverlayLine& line2, char16_t style) {
-  switch (style) {
-    case u'N': line1.italic = line2.italic = false; break;
-    case u'I': line1.italic = line2.italic = true; break;
-    case u'1': line1.italic = true, line2.italic = false; break;
-    case u'2': line1.italic = false, line2.italic = true; break;
-    default: break;
-  }
+  if (style != u'N' && !italicFirstLine(style) && !italicSecondLine(style)) return;
+  line1.italic = italicFirstLine(style);
+  line2.italic = italicSecondLine(style);
 }
 
 void formaSubKeyDown(Station& st, int keyCode, int shift) {

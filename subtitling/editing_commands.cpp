@@ -152,7 +152,7 @@ void mnu_sub_changeinterleave(Station& st) {
     // One frame more than the minimum, so that the rule's own check passes.
     const double newIn = tb.cueOut[i - 1] + FRAMESaSEG(static_cast<int16_t>(s.minInterleave + 1), fps);
     times.rewrite(i, timesPattern(SEGaTC(tb.cueIn[i], fps), SEGaTC(tb.cueOut[i], fps)),
-                  SEGaTC(newIn, fps) + u">" + SEGaTC(tb.cueOut[i], fps) + u"]");
+                  tagTimes(SEGaTC(newIn, fps), SEGaTC(tb.cueOut[i], fps)));
   }
   st.ui.setPointer(Pointer::Default);
 }
@@ -191,7 +191,7 @@ void mnu_opc_tcclip(Station& st) {
   item.checked = !item.checked;
   st.s.timecodeInClipboard = item.checked;
   st.ui.clearClipboard();
-  if (item.checked) st.ui.setClipboard(u"DUB[" + st.view.LabTimecode.caption + u"]\t");
+  if (item.checked) st.ui.setClipboard(TimingTag::shortDubbing(st.view.LabTimecode.caption).text());
 }
 
 }  // namespace quillon

@@ -61,7 +61,7 @@ void retimeInPlace(Station& st, double offset, int fromFps, int toFps) {
   for (int i = 1; i <= tb.count(); ++i) {
     // The seconds stay; only their frame labels change with the rate.
     const u16 find = timesPattern(SEGaTC(tb.cueIn[i], fromFps), SEGaTC(tb.cueOut[i], fromFps));
-    times.rewrite(i, find, SEGaTC(tb.cueIn[i] + offset, toFps) + u">" + SEGaTC(tb.cueOut[i] + offset, toFps) + u"]");
+    times.rewrite(i, find, tagTimes(SEGaTC(tb.cueIn[i] + offset, toFps), SEGaTC(tb.cueOut[i] + offset, toFps)));
   }
 }
 
@@ -80,15 +80,18 @@ void retimeIntoNewDocument(Station& st, double offset, int toFps) {
       // Every dubbing tag is written with the voice on.
       const int v = static_cast<int>(tb.voiceIndex[i]);
       const u16 name = v >= 1 && v <= kRosterCapacity ? s.roster.voces[v] : u16();
-      out += u"DUB[0 N " + in + u">" + outTc + u"] " + name + u"\r" + tb.text[i];
+      TimingTag tag = TimingTag::dubbing(u'N', in, outTc);
+      tag.trailer = name;
+      out += tag.line() + tb.text[i];
     } else {
       // Only N survives as a style; 1 and 2 become I, and the alignment blank.
-      out += u"SUB[" + u16(1, tb.posDigit[i]) + (tb.styleChar[i] == u'N' ? u" N " : u" I ") + in + u">" + outTc +
-             u"]" + (tb.noteText[i].empty() ? u16() : u" " + tb.noteText[i]) + u"\r" + tb.text[i];
+      TimingTag tag = TimingTag::subtitle(tb.posDigit[i], u' ', tb.styleChar[i] == u'N' ? u'N' : u'I', in, outTc);
+      if (!tb.noteText[i].empty()) tag.trailer = tb.noteText[i];
+      out += tag.line() + tb.text[i];
     }
   }
   // The scanners need a tag behind the last dubbing text to end it.
-  if (tb.count() > 0 && !tb.isSubtitle[tb.count()]) out += u"DUB[\r";
+  if (tb.count() > 0 && !tb.isSubtitle[tb.count()]) out += tagHead(TimingTag::Kind::Dubbing) + CR;
   d.contentInsertBefore(out);
 }
 

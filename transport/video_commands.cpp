@@ -4,6 +4,7 @@
 
 #include "core/media_player.h"
 #include "core/timecode.h"
+#include "script/timing_tag.h"
 
 namespace quillon {
 
@@ -146,7 +147,7 @@ void timer1Tick(Station& st) {
   if (s.fullscreenmode) st.view.caption = st.view.LabTimecode.caption;
   if (s.timecodeInClipboard) {
     st.ui.clearClipboard();
-    st.ui.setClipboard(u"DUB[" + st.view.LabTimecode.caption + u"]\t");
+    st.ui.setClipboard(TimingTag::shortDubbing(st.view.LabTimecode.caption).text());
   }
 }
 
