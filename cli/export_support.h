@@ -10,7 +10,7 @@
 #include "cli/command.h"
 #include "core/atomic_file.h"
 #include "formats/export_frame.h"
-#include "formats/form_model.h"
+#include "core/form_model.h"
 
 namespace quillon::cli {
 

@@ -12,9 +12,8 @@ int runExportUlt(Invocation& inv) {
   inv.takeOption("-o", out, error);
   while (error.empty() && inv.takeOption("--field", field, error)) {
     auto eq = field.find('=');
-    FormCCult::Field* f = eq == std::string::npos ? nullptr : form.field(field.substr(0, eq));
-    if (!f) return inv.fail("--field wants NAME=TEXT with a field of the ULT form, got '" + field + "'");
-    f->value = fromUtf8(field.substr(eq + 1));
+    if (eq == std::string::npos || !form.setByOperator(field.substr(0, eq), fromUtf8(field.substr(eq + 1))))
+      return inv.fail("--field wants NAME=TEXT with a field of the ULT form, got '" + field + "'");
   }
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);
