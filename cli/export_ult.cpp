@@ -1,6 +1,6 @@
 // quillon-cli export ult: the script's captions as an Ultech ULT file.
 #include "captions/ult_export.h"
-#include "cli/export_registry.h"
+#include "cli/cmd_formats.h"
 
 namespace quillon::cli {
 
