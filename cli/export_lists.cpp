@@ -10,27 +10,23 @@ namespace quillon::cli {
 
 namespace {
 
-int runDvdm(Invocation& inv) { return runFormExport(inv, mnuSubDvdm, commandProximoDVDM); }
-int runCpc(Invocation& inv) { return runFormExport(inv, mnuSubCpc, commandProximoCPC); }
-int runSub(Invocation& inv) { return runFormExport(inv, mnuSubSub, commandProximoSUB); }
-
 const ExportRegistrar dvdm({"dvdm",
                             "export dvdm [common options] [--encoding utf-8] [--field NAME=VALUE]... SCRIPT -o OUT.txt\n"
                             "    fields of FormDVDMaestro: TextFontName TextFontSize ComboHorzAlign ComboVertAlign\n"
                             "    ComboBold ComboUnderLined ComboItalic TextXOffset TextYOffset TextTextContrast\n"
                             "    TextOutline1Contrast TextOutline2Contrast TextBackgroudContrast ComboForceDisplay\n"
                             "    TextFadeIn TextFadeOut ComboTapeOffset TextCommentArea",
-                            runDvdm});
+                            formExport<mnuSubDvdm, commandProximoDVDM>});
 const ExportRegistrar cpc({"cpc",
                            "export cpc [common options] [--field NAME=VALUE]... SCRIPT -o OUT.txt\n"
                            "    fields of FormCPC: ComboVersion TextMOVIE TextORIGIN TextGENRE TextTRT TextLANGUAGE\n"
                            "    TextDATE TextSUBTHOUSE TextCONTACT ComboQC TextNotes Text_vpos0 ... Text_vpos9",
-                           runCpc});
+                           formExport<mnuSubCpc, commandProximoCPC>});
 const ExportRegistrar sub({"sub",
                            "export sub [common options] [--field NAME=VALUE]... SCRIPT -o OUT.sub\n"
                            "    fields of FormSUB: TextCODE TextCAST TextGENERATOR TextFONTS TextREAD TextTIMING\n"
                            "    TextTIMEDBACKUPNAME TextREADADVANCED TextMARKERS Text_vpos0 ... Text_vpos9",
-                           runSub});
+                           formExport<mnuSubSub, commandProximoSUB>});
 
 }  // namespace
 }  // namespace quillon::cli

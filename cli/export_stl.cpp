@@ -8,15 +8,13 @@ namespace quillon::cli {
 
 namespace {
 
-int runExportStl(Invocation& inv) { return runFormExport(inv, mnuSubEbu, commandProximoSTL); }
-
 const ExportRegistrar reg({"stl",
                            "export stl [common options] [--field NAME=VALUE]... SCRIPT -o OUT.stl\n"
                            "    fields of FormaSTL: TextOPT TextOET TextTPT TextTET TextTN TextTCD TextSLR TextCD\n"
                            "    TextRD TextRN TextTNB TextTNS TextTNG TextMNC TextMNR TextTCP TextTCF TextTND TextDSN\n"
                            "    TextPUB TextEN TextECD TextUDA LabTitle LabEpisode LabStory TextPage0 (\\n breaks)\n"
                            "    ComboCPN ComboDFC ComboDSC ComboCCT ComboLC ComboCO ComboTCS",
-                           runExportStl});
+                           formExport<mnuSubEbu, commandProximoSTL>});
 
 }  // namespace
 }  // namespace quillon::cli

@@ -61,6 +61,11 @@ int runFormExport(Invocation& inv, bool (*open)(Station&, Form&), WriteResult (*
   if constexpr (withEncoding) form.encoding = a.encoding;
   return exportExit(inv, press(inv.st, form));
 }
+// The same as a format's own run, for its registrar.
+template <auto open, auto press>
+int formExport(Invocation& inv) {
+  return runFormExport(inv, open, press);
+}
 
 // A command that reads SCRIPT and makes a new document with `make` (the qt
 // and unitext exports, the Unicode text import); OUT receives it. When
