@@ -13,12 +13,6 @@ namespace quillon {
 
 namespace {
 
-std::vector<u16> choices(std::initializer_list<const char16_t*> items) {
-  std::vector<u16> v;
-  for (auto* s : items) v.emplace_back(s);
-  return v;
-}
-
 // The record as byte characters: mark, length, four time bytes, the data,
 // an end byte. The length counts what follows it.
 void addRecord(std::string& buffer, const u16& tc, const u16& data) {
@@ -30,31 +24,27 @@ void addRecord(std::string& buffer, const u16& tc, const u16& data) {
   buffer += '\0';
 }
 
-const long kWriteStep = 1024;  // bytes between looks at the Cancel button
+const int kWriteStep = 1024;  // bytes between looks at the Cancel button
 
 }  // namespace
 
 FormCCult::FormCCult() {
+  windowTitle = u"Quillon: Conversion to .ULT Closed caption file format";
   std::vector<u16> lines;
   for (int l = 14; l <= 21; ++l) lines.push_back(numberText(l));
-  fields = {
-      {"DoubleCC", u"Double CC", u"YES", choices({u"YES", u"NO"})},
-      {"NoUpstream", u"No Upstream", u"YES", choices({u"YES", u"NO"})},
-      {"NumberCaptions", u"Number of captions:", u"0", {}},
-      {"FField", u"Field:", u"1", choices({u"1", u"2"})},
-      {"VILine", u"Vertical Interval Line:", u"21", lines},
-      {"FPS", u"FPS:", u"30", choices({u"30", u"25"})},
-      {"DataService", u"Data service:", u"CC1", choices({u"CC1", u"CC2", u"CC3", u"CC4"})},
-      {"NumberStreams", u"Number of streams:", u"1", choices({u"1", u"2"})},
-      {"DataChannel", u"Data channel:", u"65", {}},
-      {"ProgramInfo", u"Program info:", u"", {}},
+  auto choice = [&](std::string name, u16 label, u16 defaultText, std::vector<u16> list) {
+    add(std::move(name), std::move(label), std::move(defaultText), 0, std::move(list)).listOnly = true;
   };
-}
-
-FormCCult::Field* FormCCult::field(std::string_view control) {
-  for (auto& f : fields)
-    if (f.control == control) return &f;
-  return nullptr;
+  choice("DoubleCC", u"Double CC", u"YES", {u"YES", u"NO"});
+  choice("NoUpstream", u"No Upstream", u"YES", {u"YES", u"NO"});
+  add("NumberCaptions", u"Number of captions:", u"0");
+  choice("FField", u"Field:", u"1", {u"1", u"2"});
+  choice("VILine", u"Vertical Interval Line:", u"21", lines);
+  choice("FPS", u"FPS:", u"30", {u"30", u"25"});
+  choice("DataService", u"Data service:", u"CC1", {u"CC1", u"CC2", u"CC3", u"CC4"});
+  choice("NumberStreams", u"Number of streams:", u"1", {u"1", u"2"});
+  add("DataChannel", u"Data channel:", u"65");
+  add("ProgramInfo", u"Program info:", u"");
 }
 
 std::string ultHeader(uint32_t recordCount) {
@@ -111,20 +101,18 @@ bool mnu_cc_ult(Station& st, FormCCult& form) {
                                      u"ULTECH closed caption files (*.ult)|*.ult", u".ult", u"Create .ult file"});
   if (!path) return false;
   st.s.g_ULTFileName = fromUtf8(*path);
+  // Shown without loading: the operator's fields stay as the last export
+  // left them.
   form.visible = true;
-  form.commandProximoCaption = u"OK";
-  form.cancelRequested = false;
-  form.progressValue = 0;
+  form.readyToRun();
   return true;
 }
 
 WriteResult formCCultProximo(Station& st, FormCCult& form) {
-  if (form.commandProximoCaption != u"OK") {
-    form.cancelRequested = true;
-    return {};
-  }
-  form.commandProximoCaption = u"Cancel";
-  form.cancelRequested = false;
+  return form.pressCommand([&] { return writeUlt(st, form); });
+}
+
+WriteResult writeUlt(Station& st, FormCCult& form) {
   WriteResult written;
   const std::string path = toUtf8(st.s.g_ULTFileName);
   if (instr(st.s.g_ULTFileName, u".ult") > 0) {
@@ -135,11 +123,11 @@ WriteResult formCCultProximo(Station& st, FormCCult& form) {
     std::string bytes = ultHeader(0);
     bytes.replace(16, 4, count);
     bytes += buffer;
-    form.progressMax = static_cast<long>(bytes.size());
+    form.progressMax = static_cast<int>(bytes.size());
     form.progressValue = 0;
     bool cancelled = false;
-    for (long done = 0; done < form.progressMax && !cancelled; done += kWriteStep) {
-      form.progressValue = std::min(form.progressMax, done + kWriteStep);
+    for (int done = 0; done < form.progressMax && !cancelled; done += kWriteStep) {
+      form.setProgress(std::min(form.progressMax, done + kWriteStep));
       st.ui.pumpEvents();
       cancelled = form.cancelRequested;
     }
@@ -150,8 +138,11 @@ WriteResult formCCultProximo(Station& st, FormCCult& form) {
   } else {
     msgBox(st.ui, u"Error: Wrong closed caption file extension");
   }
-  form.commandProximoCaption = u"OK";
-  form.visible = false;
+  // Unlike the list forms, the button reads "OK" again at once, and a
+  // cancelled run has still written its (empty) file.
+  form.commandCaption = u"OK";
+  form.cancelRequested = false;
+  form.hide();
   return written;
 }
 

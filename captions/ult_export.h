@@ -3,37 +3,20 @@
 #pragma once
 
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "core/atomic_file.h"
+#include "core/form_model.h"
 #include "core/station.h"
 
 namespace quillon {
 
-// The settings form `FormCCult` as data. Only `ProgramInfo` bears on the
-// file (its text goes out ahead of the records); the header is fixed
-// whatever the other fields say.
-struct FormCCult {
-  struct Field {
-    std::string control;  // control name, e.g. "DoubleCC"
-    u16 label;
-    u16 value;
-    std::vector<u16> list;  // choices offered; empty for a free text
-  };
-
+// The settings form `FormCCult`. Only `ProgramInfo` bears on the file (its
+// text goes out ahead of the records); the header is fixed whatever the
+// other fields say. Its combos offer closed lists.
+class FormCCult : public FormModel {
+ public:
   FormCCult();  // fields at their defaults
-
-  u16 title = u"Quillon: Conversion to .ULT Closed caption file format";
-  std::vector<Field> fields;
-  u16 commandProximoCaption = u"OK";  // "Cancel" while the file is written
-  long progressMax = 0, progressValue = 0;  // `ProgressBar1`
-  bool visible = false;
-  bool cancelRequested = false;
-
-  // Nullptr for a name the form does not have.
-  Field* field(std::string_view control);
-  u16& programInfo() { return field("ProgramInfo")->value; }
+  u16& programInfo() { return (*this)["ProgramInfo"]; }
 };
 
 // The 232 header bytes with the record count in place.
@@ -50,5 +33,8 @@ bool mnu_cc_ult(Station& st, FormCCult& form);
 // (pressed while writing) it stops the writing. Written when a file was
 // written; a failed write has shown its box.
 WriteResult formCCultProximo(Station& st, FormCCult& form);
+// The run `CommandProximo` starts: the file, written in steps that each
+// look at the cancel flag.
+WriteResult writeUlt(Station& st, FormCCult& form);
 
 }  // namespace quillon

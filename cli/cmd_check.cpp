@@ -12,10 +12,7 @@ namespace {
 
 int runCheck(Invocation& inv) {
   const bool captions = inv.takeFlag("--captions");
-  std::string error;
-  if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (!inv.scriptArgs(1)) return inv.fail("check wants one SCRIPT (see check --help)");
-  if (!inv.loadScript(inv.args[0])) return kExitUsage;
+  if (int rc = inv.loadOneScript("check")) return rc;
   Station& st = inv.st;
   st.s.checksDisabled = false;
   const bool ok = captions ? scanCaptions(st, ScanMode::WholeScript) : scanSubtitles(st, ScanMode::WholeScript);

@@ -9,19 +9,13 @@ namespace quillon::cli {
 namespace {
 
 int runDialogue(Invocation& inv) {
-  std::string error;
-  if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (!inv.scriptArgs(1)) return inv.fail("dialogue wants one SCRIPT (see dialogue --help)");
-  if (!inv.loadScript(inv.args[0])) return kExitUsage;
+  if (int rc = inv.loadOneScript("dialogue")) return rc;
   auto report = dialogueList(inv.st);
   if (!report) {
     if (inv.ui.boxesShown == 0) inv.err << "quillon-cli: " << inv.args[0] << " holds no timed entries\n";
     return kExitStopped;
   }
-  std::string text = toUtf8(*report);
-  for (char& c : text)
-    if (c == '\r') c = '\n';
-  inv.out << text << '\n';
+  inv.out << reportText(*report) << '\n';
   return kExitOk;
 }
 

@@ -9,14 +9,8 @@ namespace quillon::cli {
 namespace {
 
 int runList(Invocation& inv) {
-  std::string error;
-  if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (!inv.scriptArgs(1)) return inv.fail("list wants one SCRIPT (see list --help)");
-  if (!inv.loadScript(inv.args[0])) return kExitUsage;
-  std::string text = toUtf8(subtitleList(inv.st));
-  for (char& c : text)
-    if (c == '\r') c = '\n';
-  inv.out << text;
+  if (int rc = inv.loadOneScript("list")) return rc;
+  inv.out << reportText(subtitleList(inv.st));
   return inv.exitFor(true);
 }
 

@@ -13,10 +13,7 @@ std::string cell(char16_t c) { return c ? toUtf8(u16(1, c)) : std::string(); }
 
 int runScan(Invocation& inv) {
   bool captions = inv.takeFlag("--captions");
-  std::string error;
-  if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (!inv.scriptArgs(1)) return inv.fail("scan wants one SCRIPT (see scan --help)");
-  if (!inv.loadScript(inv.args[0])) return kExitUsage;
+  if (int rc = inv.loadOneScript("scan")) return rc;
   Station& st = inv.st;
   bool ok = captions ? scanCaptions(st, ScanMode::WholeScript) : scanSubtitles(st, ScanMode::WholeScript);
   const ScanTable& t = st.s.scan;

@@ -9,19 +9,13 @@ namespace quillon::cli {
 namespace {
 
 int runStats(Invocation& inv) {
-  std::string error;
-  if (inv.rejectUnknownOptions(error)) return inv.fail(error);
-  if (!inv.scriptArgs(1)) return inv.fail("stats wants one SCRIPT (see stats --help)");
-  if (!inv.loadScript(inv.args[0])) return kExitUsage;
+  if (int rc = inv.loadOneScript("stats")) return rc;
   auto text = subtitleStatistics(inv.st);
   if (!text) {
     inv.err << "quillon-cli: no subtitles to count in " << inv.args[0] << '\n';
     return kExitStopped;
   }
-  std::string out = toUtf8(*text);
-  for (char& c : out)
-    if (c == '\r') c = '\n';
-  inv.out << out << '\n';
+  inv.out << reportText(*text) << '\n';
   return inv.exitFor(true);
 }
 

@@ -48,6 +48,13 @@ bool Invocation::scriptArgs(size_t n) {
   return args.size() == n;
 }
 
+int Invocation::loadOneScript(const char* command) {
+  std::string error;
+  if (rejectUnknownOptions(error)) return fail(error);
+  if (!scriptArgs(1)) return fail(std::string(command) + " wants one SCRIPT (see " + command + " --help)");
+  return loadScript(args[0]) ? kExitOk : kExitUsage;
+}
+
 int Invocation::exitFor(bool ok) const {
   if (ui.answeredNo) return kExitStopped;
   if (!ok && ui.boxesShown > 0) return kExitStopped;
@@ -90,6 +97,13 @@ bool Invocation::rejectUnknownOptions(std::string& error) const {
       return true;
     }
   return false;
+}
+
+std::string reportText(const u16& text) {
+  std::string out = toUtf8(text);
+  for (char& c : out)
+    if (c == '\r') c = '\n';
+  return out;
 }
 
 std::string secondsText(double seconds) {

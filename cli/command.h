@@ -43,6 +43,9 @@ struct Invocation {
   // Whether the command got its `n` positional words; with --writer the
   // last SCRIPT may be left out, for Writer's document in front.
   bool scriptArgs(size_t n);
+  // A command that takes no other option and one SCRIPT: that SCRIPT loaded.
+  // 0, or the exit code after the message.
+  int loadOneScript(const char* command);
   // 0 when the work went through, 1 when a box stopped it.
   int exitFor(bool ok) const;
   // Takes "--name VALUE" or "--name=VALUE" out of args.
@@ -68,5 +71,7 @@ const std::vector<CommandSpec>& commands();
 
 // Seconds as the CLI prints them: six decimals, -1 as "-1".
 std::string secondsText(double seconds);
+// A report of the station in UTF-8, its paragraph marks as line ends.
+std::string reportText(const u16& text);
 
 }  // namespace quillon::cli

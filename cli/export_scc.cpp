@@ -1,6 +1,6 @@
 // quillon-cli export scc: the script's captions as a Scenarist SCC file.
 #include "captions/scc_export.h"
-#include "cli/export_registry.h"
+#include "cli/cmd_formats.h"
 
 namespace quillon::cli {
 

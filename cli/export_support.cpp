@@ -55,6 +55,17 @@ void applyFields(FormModel& form, const FormatArgs& a) {
 
 void answerSaveDialog(Invocation& inv, const FormatArgs& a) { inv.ui.savePaths.push_back(a.output); }
 
+int runDocumentCommand(Invocation& inv, bool (*make)(Station&), const char* nothingFound) {
+  FormatArgs a;
+  if (int rc = parseFormatArgs(inv, a, false, false, FormatIo::DocumentExport)) return rc;
+  if (!inv.loadScript(a.input)) return kExitUsage;
+  if (!make(inv.st)) {
+    if (nothingFound && inv.ui.boxesShown == 0) return inv.fail(nothingFound + a.input);
+    return inv.exitFor(false);
+  }
+  return saveActiveDocument(inv, a.output);
+}
+
 int beginFileImport(Invocation& inv, FormatArgs& a) {
   if (int rc = parseFormatArgs(inv, a, false, false, FormatIo::Import)) return rc;
   // The station stops silently on a file it cannot read; here the reason is

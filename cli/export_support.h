@@ -10,7 +10,7 @@
 #include "cli/command.h"
 #include "core/atomic_file.h"
 #include "formats/export_frame.h"
-#include "formats/form_model.h"
+#include "core/form_model.h"
 
 namespace quillon::cli {
 
@@ -41,6 +41,37 @@ void applyFields(FormModel& form, const FormatArgs& a);
 
 // Runs an export whose frame asks for the file name: -o answers the dialog.
 void answerSaveDialog(Invocation& inv, const FormatArgs& a);
+
+// A list export with a settings form: --field (and --encoding where the
+// form has one) taken and checked against the form before the work, the
+// menu item's command `open` up to the form with -o answering its dialog,
+// the fields set as the operator types them, then `press`, the form's
+// `CommandProximo`.
+template <typename Form>
+int runFormExport(Invocation& inv, bool (*open)(Station&, Form&), WriteResult (*press)(Station&, Form&)) {
+  constexpr bool withEncoding = requires(Form f) { f.encoding; };
+  FormatArgs a;
+  if (int rc = parseFormatArgs(inv, a, true, withEncoding)) return rc;
+  Form form;
+  if (int rc = checkFields(inv, form, a)) return rc;
+  if (!inv.loadScript(a.input)) return kExitUsage;
+  answerSaveDialog(inv, a);
+  if (!open(inv.st, form)) return inv.exitFor(false);
+  applyFields(form, a);
+  if constexpr (withEncoding) form.encoding = a.encoding;
+  return exportExit(inv, press(inv.st, form));
+}
+// The same as a format's own run, for its registrar.
+template <auto open, auto press>
+int formExport(Invocation& inv) {
+  return runFormExport(inv, open, press);
+}
+
+// A command that reads SCRIPT and makes a new document with `make` (the qt
+// and unitext exports, the Unicode text import); OUT receives it. When
+// `make` made none without a box, `nothingFound` and SCRIPT are the message,
+// if it is given.
+int runDocumentCommand(Invocation& inv, bool (*make)(Station&), const char* nothingFound = nullptr);
 
 // Readies an import of a file the station opens through its own dialog: takes
 // the arguments, checks IN can be read, opens the empty document the import

@@ -1,6 +1,6 @@
 // quillon-cli export sami, ssa, sbv, qt and unitext: the exports without a
 // settings form. qt and unitext build a new document, which OUT receives.
-#include "cli/export_registry.h"
+#include "cli/cmd_formats.h"
 #include "cli/export_support.h"
 #include "formats/text_exports.h"
 
@@ -18,19 +18,11 @@ int runFileExport(Invocation& inv, WriteResult (*handler)(Station&, TextEncoding
   return exportExit(inv, r);
 }
 
-int runDocumentExport(Invocation& inv, bool (*handler)(Station&)) {
-  FormatArgs a;
-  if (int rc = parseFormatArgs(inv, a, false, false, FormatIo::DocumentExport)) return rc;
-  if (!inv.loadScript(a.input)) return kExitUsage;
-  if (!handler(inv.st)) return inv.exitFor(false);
-  return saveActiveDocument(inv, a.output);
-}
-
 int runSami(Invocation& inv) { return runFileExport(inv, mnuSubSami); }
 int runSsa(Invocation& inv) { return runFileExport(inv, mnuSubSsa); }
 int runSbv(Invocation& inv) { return runFileExport(inv, mnuSubSbv); }
-int runQt(Invocation& inv) { return runDocumentExport(inv, mnuSubQt); }
-int runUnitext(Invocation& inv) { return runDocumentExport(inv, mnuSubUnitext); }
+int runQt(Invocation& inv) { return runDocumentCommand(inv, mnuSubQt); }
+int runUnitext(Invocation& inv) { return runDocumentCommand(inv, mnuSubUnitext); }
 
 const ExportRegistrar sami({"sami", "export sami [common options] [--encoding utf-8] SCRIPT -o OUT.smi", runSami});
 const ExportRegistrar ssa({"ssa", "export ssa [common options] [--encoding utf-8] SCRIPT -o OUT.ssa", runSsa});

@@ -1,6 +1,6 @@
 // quillon-cli export ult: the script's captions as an Ultech ULT file.
 #include "captions/ult_export.h"
-#include "cli/export_registry.h"
+#include "cli/cmd_formats.h"
 
 namespace quillon::cli {
 
@@ -12,9 +12,8 @@ int runExportUlt(Invocation& inv) {
   inv.takeOption("-o", out, error);
   while (error.empty() && inv.takeOption("--field", field, error)) {
     auto eq = field.find('=');
-    FormCCult::Field* f = eq == std::string::npos ? nullptr : form.field(field.substr(0, eq));
-    if (!f) return inv.fail("--field wants NAME=TEXT with a field of the ULT form, got '" + field + "'");
-    f->value = fromUtf8(field.substr(eq + 1));
+    if (eq == std::string::npos || !form.setByOperator(field.substr(0, eq), fromUtf8(field.substr(eq + 1))))
+      return inv.fail("--field wants NAME=TEXT with a field of the ULT form, got '" + field + "'");
   }
   if (!error.empty()) return inv.fail(error);
   if (inv.rejectUnknownOptions(error)) return inv.fail(error);

@@ -1,7 +1,7 @@
 // quillon-cli import subl, dos850, srt, sub and unitext: the line-oriented
 // imports into a new tagged script, which SCRIPT receives.
+#include "cli/cmd_formats.h"
 #include "cli/export_support.h"
-#include "cli/import_registry.h"
 #include "formats/line_imports.h"
 
 namespace quillon::cli {
@@ -23,16 +23,7 @@ int runDos850(Invocation& inv) { return runFileImport(inv, mnuSubImp850); }
 int runSrt(Invocation& inv) { return runFileImport(inv, mnuSubImpSRT); }
 int runSub(Invocation& inv) { return runFileImport(inv, mnuSubImpSUB); }
 
-int runUnitext(Invocation& inv) {
-  FormatArgs a;
-  if (int rc = parseFormatArgs(inv, a, false, false, FormatIo::DocumentExport)) return rc;
-  if (!inv.loadScript(a.input)) return kExitUsage;
-  if (!mnuSubImpunitxt(inv.st)) {
-    if (inv.ui.boxesShown == 0) return inv.fail("no numbered entry \"0001\" in " + a.input);
-    return kExitStopped;
-  }
-  return saveActiveDocument(inv, a.output);
-}
+int runUnitext(Invocation& inv) { return runDocumentCommand(inv, mnuSubImpunitxt, "no numbered entry \"0001\" in "); }
 
 const ImportRegistrar subl({"subl", "import subl [common options] IN.sub -o SCRIPT  ({start}{end}text|text frames)", runSubl});
 const ImportRegistrar dos850({"dos850", "import dos850 [common options] IN.txt -o SCRIPT", runDos850});

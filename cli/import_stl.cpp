@@ -1,6 +1,6 @@
 // quillon-cli import stl: an EBU STL file into a tagged script.
+#include "cli/cmd_formats.h"
 #include "cli/export_support.h"
-#include "cli/import_registry.h"
 #include "formats/stl_import.h"
 
 namespace quillon::cli {

@@ -40,18 +40,7 @@ FormCPC::FormCPC() {
 }
 
 bool mnuSubCpc(Station& st, FormCPC& form) {
-  if (!exportFrame(st, ListExport::CPC)) return false;
-  st.ui.setPointer(Pointer::Hourglass);
-  // Every show starts clear: a Cancel pressed while no run was going (after
-  // the extension message) must not swallow the next export.
-  form.show();
-  form.cancelarCPC = false;
-  fillFormCPC(st, form);
-  form.progressMax = st.s.scan.count() + 1;
-  st.ui.setPointer(Pointer::Default);
-  form.commandCaption = u"OK";
-  form.commandIsDefault = true;
-  return true;
+  return openExportForm(st, ListExport::CPC, form, [&] { fillFormCPC(st, form); });
 }
 
 void fillFormCPC(Station& st, FormCPC& f) {
@@ -76,13 +65,7 @@ void fillFormCPC(Station& st, FormCPC& f) {
 }
 
 WriteResult commandProximoCPC(Station& st, FormCPC& form) {
-  if (form.commandCaption == u"OK") {
-    form.commandCaption = u"Cancel";
-    return generateCPC(st, form);
-  }
-  form.cancelarCPC = true;
-  form.hide();
-  return {};
+  return form.pressCommand([&] { return generateCPC(st, form); });
 }
 
 WriteResult generateCPC(Station& st, FormCPC& f) {
@@ -104,16 +87,11 @@ WriteResult generateCPC(Station& st, FormCPC& f) {
     b += lead + kCRLF + lead + kCRLF;
   }
   llenarCPC(st, f);
-  f.progressValue = 0;
-  WriteResult written;
-  if (!f.cancelarCPC) {
-    written = writeFileTelling(st.ui, toUtf8(st.s.g_CPCFileName), b + kCRLF);
+  return f.finishRun([&] {
+    WriteResult written = writeFileTelling(st.ui, toUtf8(st.s.g_CPCFileName), b + kCRLF);
     b.clear();
-  } else {
-    f.cancelarCPC = false;
-  }
-  f.hide();
-  return written;
+    return written;
+  });
 }
 
 u16 cpcStyleCode(const FormCPC& form, bool oneLine, char16_t position, char16_t mark) {
@@ -130,7 +108,7 @@ void llenarCPC(Station& st, FormCPC& f) {
   u16 style;
   auto line = [&](double at) { return ansiBytes(SEGaTC(at, fps)) + kBar + ansiBytes(style) + kBar; };
   for (int i = 1; i <= t.count(); ++i) {
-    if (f.cancelarCPC) return;
+    if (f.cancelRequested) return;
     if (!t.isSubtitle[i]) continue;
     if (i >= 2 && t.cueIn[i] > t.cueOut[i - 1]) b += line(t.cueOut[i - 1]) + "^N" + kCRLF;
     f.setProgress(i);

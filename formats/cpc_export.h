@@ -6,7 +6,7 @@
 
 #include "core/atomic_file.h"
 #include "core/station.h"
-#include "formats/form_model.h"
+#include "core/form_model.h"
 
 namespace quillon {
 
@@ -14,7 +14,7 @@ class FormCPC : public FormModel {
  public:
   FormCPC();
   std::string strarchivoCPC;  // bytes: code page 850 text, 0xB3 separators
-  bool cancelarCPC = false;
+  // `cancelarCPC` is the model's `cancelRequested`.
 };
 
 // `mnu_sub_cpc`: the export frame, then the form filled and shown.

@@ -59,28 +59,10 @@ FormDVDMaestro::FormDVDMaestro() {
   add("TextCommentArea", u"", u"", 576).multiLine = true;
 }
 
-bool mnuSubDvdm(Station& st, FormDVDMaestro& form) {
-  if (!exportFrame(st, ListExport::DVDMaestro)) return false;
-  st.ui.setPointer(Pointer::Hourglass);
-  // Every show starts clear: a Cancel pressed while no run was going (after
-  // the extension message) must not swallow the next export.
-  form.show();
-  form.cancelarDVDM = false;
-  form.progressMax = st.s.scan.count() + 1;
-  st.ui.setPointer(Pointer::Default);
-  form.commandCaption = u"OK";
-  form.commandIsDefault = true;
-  return true;
-}
+bool mnuSubDvdm(Station& st, FormDVDMaestro& form) { return openExportForm(st, ListExport::DVDMaestro, form); }
 
 WriteResult commandProximoDVDM(Station& st, FormDVDMaestro& form) {
-  if (form.commandCaption == u"OK") {
-    form.commandCaption = u"Cancel";
-    return generateDVDM(st, form);
-  }
-  form.cancelarDVDM = true;
-  form.hide();
-  return {};
+  return form.pressCommand([&] { return generateDVDM(st, form); });
 }
 
 WriteResult generateDVDM(Station& st, FormDVDMaestro& f) {
@@ -95,16 +77,10 @@ WriteResult generateDVDM(Station& st, FormDVDMaestro& f) {
   b += kCRLF;
   if (!f["TextCommentArea"].empty()) b += u"// " + f["TextCommentArea"] + kCRLF;
   llenarDVDM(st, f);
-  f.progressValue = 0;
-  WriteResult written;
-  if (!f.cancelarDVDM) {
+  return f.finishRun([&] {
     b += kCRLF + kCRLF;
-    written = writeFileTelling(st.ui, toUtf8(st.s.g_DVDMFileName), encodeText(b + kCRLF, f.encoding));
-  } else {
-    f.cancelarDVDM = false;
-  }
-  f.hide();
-  return written;
+    return writeFileTelling(st.ui, toUtf8(st.s.g_DVDMFileName), encodeText(b + kCRLF, f.encoding));
+  });
 }
 
 void llenarDVDM(Station& st, FormDVDMaestro& f) {
@@ -113,7 +89,7 @@ void llenarDVDM(Station& st, FormDVDMaestro& f) {
   st.ui.setPointer(Pointer::Hourglass);
   const int fps = st.fps();
   for (int i = 1; i <= t.count(); ++i) {
-    if (f.cancelarDVDM) return;  // the pointer stays busy until the next operation
+    if (f.cancelRequested) return;  // the pointer stays busy until the next operation
     if (!t.isSubtitle[i]) continue;
     f.setProgress(i);
     f.strarchivo += SEGaTC(t.cueIn[i], fps) + u",   " + SEGaTC(t.cueOut[i], fps) + u",   " +

@@ -7,7 +7,7 @@
 #include "core/atomic_file.h"
 #include "core/station.h"
 #include "formats/export_frame.h"
-#include "formats/form_model.h"
+#include "core/form_model.h"
 
 namespace quillon {
 
@@ -15,7 +15,7 @@ class FormDVDMaestro : public FormModel {
  public:
   FormDVDMaestro();
   u16 strarchivo;
-  bool cancelarDVDM = false;
+  // `cancelarDVDM` is the model's `cancelRequested`.
   TextEncoding encoding = TextEncoding::Windows1252;  // of the written file
 };
 

@@ -104,6 +104,17 @@ std::optional<std::string> exportFrame(Station& st, ListExport which) {
   return chosen;
 }
 
+bool openExportForm(Station& st, ListExport which, FormModel& form, const std::function<void()>& fill) {
+  if (!exportFrame(st, which)) return false;
+  st.ui.setPointer(Pointer::Hourglass);
+  form.show();
+  form.readyToRun();
+  if (fill) fill();
+  form.progressMax = st.s.scan.count() + 1;
+  st.ui.setPointer(Pointer::Default);
+  return true;
+}
+
 std::optional<u16> documentProperty(Station& st, const u16& name) {
   if (!st.doc) return std::nullopt;
   st.doc->clearError();

@@ -3,9 +3,11 @@
 // file name and whether an existing file may be replaced.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
+#include "core/form_model.h"
 #include "core/station.h"
 
 namespace quillon {
@@ -28,6 +30,12 @@ bool scanForExport(Station& st);
 // The whole frame. The chosen file name (UTF-8 path), or nullopt when the
 // export stops here, silently or after its message.
 std::optional<std::string> exportFrame(Station& st, ListExport which);
+
+// A list export's menu item up to its settings form: the frame, then under
+// the busy pointer the form shown (loaded at its first show) and ready to
+// run, `fill` run, and the bar one step longer than the entries. False when
+// the frame stopped.
+bool openExportForm(Station& st, ListExport which, FormModel& form, const std::function<void()>& fill = {});
 
 // The script document's name less its last four characters.
 u16 documentBaseName(Station& st);

@@ -2,13 +2,12 @@
 
 #include <cfenv>
 #include <cmath>
-#include <filesystem>
 #include <vector>
 
 #include "core/atomic_file.h"
 #include "core/timecode.h"
 #include "formats/export_frame.h"
-#include "formats/stl_import.h"
+#include "formats/import_frame.h"
 #include "script/codepage.h"
 #include "script/document_ops.h"
 #include "script/document_service.h"
@@ -274,14 +273,8 @@ int readList(Station& st, std::string_view bytes, const ListFormat& format) {
 // the format's timing is named in a box and opens no document. False when
 // it stopped before a new document was opened.
 bool importList(Station& st, const ListFormat& format) {
-  if (!attachDocument(st)) return false;
-  FileDialogRequest req;
-  req.title = format.title;
-  req.filter = format.filter;
-  req.initialDir = fromUtf8(st.s.dialogInitDir);
-  auto chosen = st.ui.openFileDialog(req);
-  if (!chosen || chosen->empty()) return false;
-  st.s.dialogInitDir = std::filesystem::path(*chosen).parent_path().string();
+  auto chosen = importFrame(st, format.title, format.filter);
+  if (!chosen) return false;
   std::string bytes;
   if (!readWholeFile(*chosen, bytes)) return false;
   ReadList list = format.parse(st, bytes);
@@ -289,8 +282,7 @@ bool importList(Station& st, const ListFormat& format) {
     tellNotOfFormat(st, *chosen, format.name, format.expected);
     return false;
   }
-  st.doc->documentsAdd();
-  st.doc->setFontName(u"Courier New");
+  openNewDocument(st, u"Courier New");
   // A format error has shown its message; the new document stays empty.
   if (!list.formatError) writeList(st, list, format);
   return true;
@@ -347,8 +339,7 @@ bool mnuSubImpunitxt(Station& st) {
   }
   if (n == 1) return false;
   // Inserted last first ahead of a closing "SUB[" line, so they read in order.
-  st.doc->documentsAdd();
-  st.doc->setFontName(u"Arial Unicode MS");
+  openNewDocument(st, u"Arial Unicode MS");
   st.doc->contentInsertBefore(tagHead(TimingTag::Kind::Subtitle) + CR);
   st.doc->contentInsertBefore(blocks);
   return true;

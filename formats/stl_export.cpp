@@ -219,21 +219,13 @@ u16 formatPropertyDate(const u16& value, std::string_view picture) {
 }
 
 bool mnuSubEbu(Station& st, FormaSTL& form) {
-  if (!exportFrame(st, ListExport::EBU)) return false;
-  st.ui.setPointer(Pointer::Hourglass);
-  // Every show starts clear: a Cancel pressed while no run was going (after
-  // the extension message) must not swallow the next export.
-  form.show();
-  form.cancelarSTL = false;
-  // The combos are never filled from the document: each export starts them
-  // from their defaults, whatever the last one chose.
-  for (const char* combo : {"ComboCPN", "ComboDFC", "ComboDSC", "ComboCCT", "ComboLC", "ComboCO", "ComboTCS"})
-    form[combo] = form.find(combo)->defaultText;
-  fillFormaSTL(st, form);
-  st.ui.setPointer(Pointer::Default);
-  form.commandCaption = u"OK";
-  form.commandIsDefault = true;
-  return true;
+  return openExportForm(st, ListExport::EBU, form, [&] {
+    // The combos are never filled from the document: each export starts them
+    // from their defaults, whatever the last one chose.
+    for (const char* combo : {"ComboCPN", "ComboDFC", "ComboDSC", "ComboCCT", "ComboLC", "ComboCO", "ComboTCS"})
+      form[combo] = form.find(combo)->defaultText;
+    fillFormaSTL(st, form);
+  });
 }
 
 void fillFormaSTL(Station& st, FormaSTL& form) {
@@ -276,17 +268,10 @@ void fillFormaSTL(Station& st, FormaSTL& form) {
   form["LabEpisode"].clear();
   form["LabStory"].clear();
   form["TextPage0"].clear();
-  form.progressMax = st.s.scan.count() + 1;
 }
 
 WriteResult commandProximoSTL(Station& st, FormaSTL& form) {
-  if (form.commandCaption == u"OK") {
-    form.commandCaption = u"Cancel";
-    return generateSTL(st, form);
-  }
-  form.cancelarSTL = true;
-  form.hide();
-  return {};
+  return form.pressCommand([&] { return generateSTL(st, form); });
 }
 
 WriteResult generateSTL(Station& st, FormaSTL& f) {
@@ -346,17 +331,11 @@ WriteResult generateSTL(Station& st, FormaSTL& f) {
   padded("TextUDA", u"UDA", gsi::UDA);
 
   llenarTTI(st, f);
-  f.progressValue = 0;
-  WriteResult written;
-  if (!f.cancelarSTL) {
+  return f.finishRun([&] {
     std::string file = b.size() >= 2 ? b.substr(0, b.size() - 2) : std::string();
     file += "\r\n";
-    written = writeFileTelling(st.ui, toUtf8(st.s.g_stlFileName), file);
-  } else {
-    f.cancelarSTL = false;
-  }
-  f.hide();
-  return written;
+    return writeFileTelling(st.ui, toUtf8(st.s.g_stlFileName), file);
+  });
 }
 
 void llenarTTI(Station& st, FormaSTL& f) {
@@ -382,7 +361,7 @@ void llenarTTI(Station& st, FormaSTL& f) {
 
   const int fps = st.fps();
   for (int i = 1; i <= t.count(); ++i) {
-    if (f.cancelarSTL) break;
+    if (f.cancelRequested) break;
     if (!t.isSubtitle[i]) continue;
     f.setProgress(i);
     const u16& text = t.text[i];

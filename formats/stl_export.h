@@ -6,7 +6,7 @@
 
 #include "core/atomic_file.h"
 #include "core/station.h"
-#include "formats/form_model.h"
+#include "core/form_model.h"
 
 namespace quillon {
 
@@ -15,7 +15,7 @@ class FormaSTL : public FormModel {
   FormaSTL();
   std::string strarchivo;  // the file image, one char per byte
   u16 sublanguage;         // language of page 0, set only by three languages
-  bool cancelarSTL = false;
+  // `cancelarSTL` is the model's `cancelRequested`.
 };
 
 // GSI code tables: the combo's text to the field's characters.

@@ -1,12 +1,10 @@
 #include "formats/stl_import.h"
 
-#include <filesystem>
-
 #include "core/atomic_file.h"
 #include "core/timecode.h"
 #include "formats/ebu_stl_layout.h"
 #include "formats/ebu_text.h"
-#include "script/document_ops.h"
+#include "formats/import_frame.h"
 #include "script/document_service.h"
 #include "script/timing_tag.h"
 
@@ -72,21 +70,10 @@ void walkBlocks(std::string_view image, int fps, Sink&& sink) {
 
 }  // namespace
 
-void insertAtSelection(Station& st, const u16& text) {
-  DocumentService& d = *st.doc;
-  TextRange p = d.selectionParagraph(1);
-  d.insertAfter(p, text);
-  d.moveRight(wdCharacter, static_cast<long>(text.size()));
-}
-
 u16 ebuStlToScript(std::string_view image, int fps) {
   u16 out;
   walkBlocks(image, fps, [&](const u16& tag, const u16& text) { out += tag + text; });
   return out;
-}
-
-void tellNotOfFormat(Station& st, const std::string& path, u16v what, u16v expected) {
-  critical(st.ui, u"Error: " + fromUtf8(path) + u" is not " + u16(what) + u"." + CR + u"Expected " + u16(expected) + u".");
 }
 
 bool isEbuStlImage(std::string_view image) {
@@ -107,8 +94,7 @@ StlRead readStlFile(Station& st, const std::string& path) {
                     u"a header of 1024 bytes whose disk format code is STL, the frame rate and .01, as in STL25.01");
     return StlRead::NotStl;
   }
-  st.doc->documentsAdd();
-  st.doc->setFontName(u"Arial Unicode MS");
+  openNewDocument(st, u"Arial Unicode MS");
   if (!readable) return StlRead::Unreadable;
   walkBlocks(image, st.fps(), [&](const u16& tag, const u16& text) {
     insertAtSelection(st, tag);
@@ -122,15 +108,9 @@ StlRead readStlFile(Station& st, const std::string& path) {
 bool readEbuStl(Station& st, const std::string& path) { return readStlFile(st, path) == StlRead::Read; }
 
 bool mnuSubImpEBU(Station& st) {
-  if (!attachDocument(st)) return false;
-  FileDialogRequest req;
-  req.title = u"Open EBU standard subtitle file(*.STL)";
-  req.filter = u"EBU standard subtitle file(*.STL)|*.STL";
-  req.initialDir = fromUtf8(st.s.dialogInitDir);
-  auto chosen = st.ui.openFileDialog(req);
-  if (!chosen || chosen->empty()) return false;
+  auto chosen = importFrame(st, u"Open EBU standard subtitle file(*.STL)", u"EBU standard subtitle file(*.STL)|*.STL");
+  if (!chosen) return false;
   st.s.g_stlFileName = fromUtf8(*chosen);
-  st.s.dialogInitDir = std::filesystem::path(*chosen).parent_path().string();
   // A file that cannot be read stops as the station always stopped on it:
   // an empty new document and no message.
   return readStlFile(st, *chosen) != StlRead::NotStl;

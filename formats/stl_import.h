@@ -9,14 +9,6 @@
 
 namespace quillon {
 
-// Selection.Paragraphs(1).Range.InsertAfter, then the cursor right over the
-// text: how every import writes into its new document.
-void insertAtSelection(Station& st, const u16& text);
-
-// The box for a file that is not of the format the operator chose: the
-// file's name and what such a file holds.
-void tellNotOfFormat(Station& st, const std::string& path, u16v what, u16v expected);
-
 // At least the 1024 bytes of the header, whose disk format code is "STL",
 // two digits of frame rate and ".01".
 bool isEbuStlImage(std::string_view image);

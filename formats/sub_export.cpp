@@ -63,28 +63,10 @@ FormSUB::FormSUB() {
 
 u16 FormSUB::formatSample() { return cp850ToUnicode("\x20\x8F\x86\x90\x82\xDE\x8D\xE5\xE4\xEA\x96\x98*"); }
 
-bool mnuSubSub(Station& st, FormSUB& form) {
-  if (!exportFrame(st, ListExport::SUB)) return false;
-  st.ui.setPointer(Pointer::Hourglass);
-  // Every show starts clear: a Cancel pressed while no run was going (after
-  // the extension message) must not swallow the next export.
-  form.show();
-  form.cancelarSUB = false;
-  form.progressMax = st.s.scan.count() + 1;
-  st.ui.setPointer(Pointer::Default);
-  form.commandCaption = u"OK";
-  form.commandIsDefault = true;
-  return true;
-}
+bool mnuSubSub(Station& st, FormSUB& form) { return openExportForm(st, ListExport::SUB, form); }
 
 WriteResult commandProximoSUB(Station& st, FormSUB& form) {
-  if (form.commandCaption == u"OK") {
-    form.commandCaption = u"Cancel";
-    return generateSUB(st, form);
-  }
-  form.cancelarSUB = true;
-  form.hide();
-  return {};
+  return form.pressCommand([&] { return generateSUB(st, form); });
 }
 
 WriteResult generateSUB(Station& st, FormSUB& f) {
@@ -95,16 +77,11 @@ WriteResult generateSUB(Station& st, FormSUB& f) {
     b += ansiBytes(f.find(section)->label) + kCRLF;
     if (!f[section].empty()) b += ansiToAscii(f[section]) + kCRLF;
   }
-  f.progressValue = 0;
-  WriteResult written;
-  if (!f.cancelarSUB) {
-    written = writeFileTelling(st.ui, toUtf8(st.s.g_SUBFileName), b + kCRLF);
+  return f.finishRun([&] {
+    WriteResult written = writeFileTelling(st.ui, toUtf8(st.s.g_SUBFileName), b + kCRLF);
     b.clear();
-  } else {
-    f.cancelarSUB = false;
-  }
-  f.hide();
-  return written;
+    return written;
+  });
 }
 
 void llenarSUB(Station& st, FormSUB& f) {
@@ -114,7 +91,7 @@ void llenarSUB(Station& st, FormSUB& f) {
   const int fps = st.fps();
   double lastOut = 0;
   for (int i = 1; i <= t.count(); ++i) {
-    if (f.cancelarSUB) return;
+    if (f.cancelRequested) return;
     if (!t.isSubtitle[i]) continue;
     f.setProgress(i);
     const char16_t mark = t.styleChar[i];

@@ -6,7 +6,7 @@
 
 #include "core/atomic_file.h"
 #include "core/station.h"
-#include "formats/form_model.h"
+#include "core/form_model.h"
 
 namespace quillon {
 
@@ -14,7 +14,7 @@ class FormSUB : public FormModel {
  public:
   FormSUB();
   std::string strarchivoSUB;  // bytes in code page 850
-  bool cancelarSUB = false;
+  // `cancelarSUB` is the model's `cancelRequested`.
 
  private:
   static u16 formatSample();

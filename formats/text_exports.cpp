@@ -2,6 +2,7 @@
 
 #include "core/atomic_file.h"
 #include "core/timecode.h"
+#include "formats/import_frame.h"
 #include "script/document_service.h"
 #include "script/timing_tag.h"
 
@@ -113,15 +114,11 @@ WriteResult mnuSubSsa(Station& st, TextEncoding enc) {
   return writeTextExport(st, st.s.g_SSAFileName, ssaText(st), enc, u"SSA file created.");
 }
 
-// Both documents are told from the end backwards with Content.InsertBefore;
-// the same text is built here front to back and inserted once.
-bool mnuSubQt(Station& st) {
-  if (!scanForExport(st)) return false;
+namespace {
+
+u16 qtText(const Station& st) {
   const ScanTable& tb = st.s.scan;
   const int fps = st.fps();
-  DocumentService& d = *st.doc;
-  d.documentsAdd();
-  d.setFontName(u"Arial Unicode MS");
   u16 text = u"{QTtext}{font: Arial}{size:22}{bold}{justify: center}{textColor: 65535, 65535, 65535}"
              u"{backColor: 0, 0, 0} {timescale: 30}{width: 720}{height: 480}{keyedText: on}{anti-alias: On}\r\r";
   for (int i = 1; i <= tb.count(); ++i) {
@@ -130,27 +127,34 @@ bool mnuSubQt(Station& st) {
     text += u"[" + dottedTimecode(t(st, tb.cueOut[i]), fps) + u"]\r\r\r";
   }
   text += u"[end=" + dottedTimecode(st.s.videoDuration, fps) + u"]\r";
-  d.contentInsertBefore(text);
-  st.ui.setPointer(Pointer::Default);
-  return true;
+  return text;
 }
 
-bool mnuSubUnitext(Station& st) {
-  if (!scanForExport(st)) return false;
+u16 unicodeText(const Station& st) {
   const ScanTable& tb = st.s.scan;
   const int fps = st.fps();
-  DocumentService& d = *st.doc;
-  d.documentsAdd();
-  d.setFontName(u"Arial Unicode MS");
   u16 text;
   for (int i = 1; i <= tb.count(); ++i) {
     if (!tb.isSubtitle[i]) continue;
     text += right(formatNumber(i, "0000"), 4) + TAB + SEGaTC(tb.cueIn[i], fps) + TAB + SEGaTC(tb.cueOut[i], fps) + CR +
             tb.text[i];
   }
-  d.contentInsertBefore(text);
+  return text;
+}
+
+// Both documents are told from the end backwards with Content.InsertBefore;
+// the same text is built here front to back and inserted once.
+bool documentExport(Station& st, u16 (*build)(const Station&)) {
+  if (!scanForExport(st)) return false;
+  openNewDocument(st, u"Arial Unicode MS");
+  st.doc->contentInsertBefore(build(st));
   st.ui.setPointer(Pointer::Default);
   return true;
 }
+
+}  // namespace
+
+bool mnuSubQt(Station& st) { return documentExport(st, qtText); }
+bool mnuSubUnitext(Station& st) { return documentExport(st, unicodeText); }
 
 }  // namespace quillon

@@ -15,19 +15,6 @@
 
 namespace quillon {
 
-void addFormFoot(QBoxLayout* outer, QProgressBar*& progress, QPushButton*& proximo) {
-  progress = new QProgressBar;
-  progress->setObjectName("ProgressBar1");
-  progress->setTextVisible(false);
-  outer->addWidget(progress);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  proximo = new QPushButton(QDialog::tr("OK"));
-  proximo->setObjectName("CommandProximo");
-  buttons->addWidget(proximo);
-  outer->addLayout(buttons);
-}
-
 namespace {
 
 constexpr int kPumpEveryMs = 30;
@@ -76,10 +63,10 @@ void setWidgetText(QWidget* w, const u16& text) {
   }
 }
 
-FormDialog::FormDialog(FormModel& model, std::function<bool()> press, QWidget* parent)
+FormDialog::FormDialog(FormModel& model, std::function<bool()> press, bool modal, QWidget* parent)
     : QDialog(parent), model_(model), press_(std::move(press)) {
   setWindowTitle(qs(model_.windowTitle));
-  setModal(false);
+  setModal(modal);
   build();
   model_.progressMoved = [this] { showProgress(); };
   loadFromModel();
@@ -104,7 +91,9 @@ void FormDialog::build() {
     QWidget* w = nullptr;
     if (!c.list.empty()) {
       auto* combo = new QComboBox;
-      combo->setEditable(true);  // a combo also takes typed text, which its code table judges
+      // A combo also takes typed text, which its code table judges, unless
+      // its list is closed.
+      combo->setEditable(!c.listOnly);
       for (const auto& item : c.list) combo->addItem(qs(item));
       w = combo;
     } else if (c.multiLine) {
@@ -140,7 +129,16 @@ void FormDialog::build() {
   }
   if (frame) outer->addWidget(frame);
 
-  addFormFoot(outer, progress_, proximo_);
+  progress_ = new QProgressBar;
+  progress_->setObjectName("ProgressBar1");
+  progress_->setTextVisible(false);
+  outer->addWidget(progress_);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  proximo_ = new QPushButton(tr("OK"));
+  proximo_->setObjectName("CommandProximo");
+  buttons->addWidget(proximo_);
+  outer->addLayout(buttons);
   connect(proximo_, &QPushButton::clicked, this, &FormDialog::onProximo);
 }
 

@@ -1,9 +1,10 @@
-// A settings form of the list exports on screen: every control of its model
-// with its label, default, input limit and combo list in order, the
-// `CommandProximo` button and `ProgressBar1`. Non-modal: the operator
-// corrects the fields, presses OK, and the same button reads "Cancel" while
-// the file is built; the window stays responsive and a Cancel stops the run
-// with no file written.
+// A settings form of the exports on screen: every control of its model with
+// its label, default, input limit and combo list in order, the
+// `CommandProximo` button and `ProgressBar1`. The operator corrects the
+// fields, presses OK, and the same button reads "Cancel" while the file is
+// built; the window stays responsive and a Cancel stops the run. The list
+// exports' forms leave the station usable beside them; the ULT form is
+// modal.
 #pragma once
 
 #include <QDialog>
@@ -12,17 +13,12 @@
 #include <map>
 #include <string>
 
-#include "formats/form_model.h"
+#include "core/form_model.h"
 
 class QPushButton;
 class QProgressBar;
-class QBoxLayout;
 
 namespace quillon {
-
-// The foot every export form has under its fields: `ProgressBar1` and the
-// `CommandProximo` button, added to `outer`.
-void addFormFoot(QBoxLayout* outer, QProgressBar*& progress, QPushButton*& proximo);
 
 class FormDialog : public QDialog {
   Q_OBJECT
@@ -30,7 +26,7 @@ class FormDialog : public QDialog {
  public:
   // `press` is the form's `CommandProximo` on the model; true when it wrote
   // the file.
-  FormDialog(FormModel& model, std::function<bool()> press, QWidget* parent = nullptr);
+  FormDialog(FormModel& model, std::function<bool()> press, bool modal, QWidget* parent = nullptr);
   ~FormDialog() override;
 
   // Shows the model: texts, caption, progress, and the window when visible.

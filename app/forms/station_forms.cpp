@@ -5,7 +5,6 @@
 #include "app/forms/character_forms.h"
 #include "app/forms/form_dialog.h"
 #include "app/forms/reading_speed_dialog.h"
-#include "app/forms/ult_dialog.h"
 
 namespace quillon {
 
@@ -16,6 +15,18 @@ constexpr int kWatchMs = 40;
 }  // namespace
 
 StationForms::StationForms(Station& st, QWidget* parent) : QObject(parent), st_(st), parent_(parent) {
+  auto add = [&](const char* item, FormModel& model, std::function<bool()> open, std::function<WriteResult()> press,
+                 bool modal = false) {
+    exportForms_.push_back({item, model, std::move(open), std::move(press), modal, nullptr});
+  };
+  add("mnu_sub_ebu", stl_, [this] { return mnuSubEbu(st_, stl_); }, [this] { return commandProximoSTL(st_, stl_); });
+  add("mnu_sub_dvdm", dvdm_, [this] { return mnuSubDvdm(st_, dvdm_); },
+      [this] { return commandProximoDVDM(st_, dvdm_); });
+  add("mnu_sub_cpc", cpc_, [this] { return mnuSubCpc(st_, cpc_); }, [this] { return commandProximoCPC(st_, cpc_); });
+  add("mnu_sub_sub", sub_, [this] { return mnuSubSub(st_, sub_); }, [this] { return commandProximoSUB(st_, sub_); });
+  add("mnu_cc_ult", ult_, [this] { return mnu_cc_ult(st_, ult_); }, [this] { return formCCultProximo(st_, ult_); },
+      true);
+
   watch_.setInterval(kWatchMs);
   connect(&watch_, &QTimer::timeout, this, [this] {
     if (st_.s.pickingFormVisible || formaPer_) syncCharacterForms();
@@ -31,88 +42,51 @@ const std::vector<std::string>& StationForms::items() {
   return names;
 }
 
-FormDialog& StationForms::listDialog(std::unique_ptr<FormDialog>& d, FormModel& m, std::function<bool()> press) {
-  if (!d) {
-    d = std::make_unique<FormDialog>(m, std::move(press), parent_);
-    connect(d.get(), &FormDialog::runEnded, this, [this] {
+StationForms::ExportForm* StationForms::exportForm(std::string_view item) {
+  for (auto& f : exportForms_)
+    if (f.item == item) return &f;
+  return nullptr;
+}
+
+FormDialog& StationForms::exportDialog(std::string_view item) {
+  ExportForm& f = *exportForm(item);
+  if (!f.window) {
+    f.window = std::make_unique<FormDialog>(f.model, [press = f.press] { return press().written; }, f.modal, parent_);
+    connect(f.window.get(), &FormDialog::runEnded, this, [this] {
       if (afterCommand) afterCommand();
     });
+  }
+  return *f.window;
+}
+
+template <typename Dialog>
+Dialog& StationForms::characterForm(std::unique_ptr<Dialog>& d) {
+  if (!d) {
+    d = std::make_unique<Dialog>(st_, parent_);
+    d->afterCommand = [this] {
+      syncCharacterForms();
+      if (afterCommand) afterCommand();
+    };
   }
   return *d;
 }
 
-FormDialog& StationForms::dialogSTL() {
-  return listDialog(stlDialog_, stl_, [this] { return commandProximoSTL(st_, stl_).written; });
-}
-FormDialog& StationForms::dialogDVDMaestro() {
-  return listDialog(dvdmDialog_, dvdm_, [this] { return commandProximoDVDM(st_, dvdm_).written; });
-}
-FormDialog& StationForms::dialogCPC() {
-  return listDialog(cpcDialog_, cpc_, [this] { return commandProximoCPC(st_, cpc_).written; });
-}
-FormDialog& StationForms::dialogSUB() {
-  return listDialog(subDialog_, sub_, [this] { return commandProximoSUB(st_, sub_).written; });
-}
-
-UltDialog& StationForms::dialogCCult() {
-  if (!ultDialog_) {
-    ultDialog_ = std::make_unique<UltDialog>(st_, ult_, parent_);
-    connect(ultDialog_.get(), &UltDialog::runEnded, this, [this] {
-      if (afterCommand) afterCommand();
-    });
-  }
-  return *ultDialog_;
-}
-
-FormaPerDialog& StationForms::dialogFormaPer() {
-  if (!formaPer_) {
-    formaPer_ = std::make_unique<FormaPerDialog>(st_, parent_);
-    formaPer_->afterCommand = [this] {
-      syncCharacterForms();
-      if (afterCommand) afterCommand();
-    };
-  }
-  return *formaPer_;
-}
-
-FrmNewCharDialog& StationForms::dialogFrmNewChar() {
-  if (!frmNewChar_) {
-    frmNewChar_ = std::make_unique<FrmNewCharDialog>(st_, parent_);
-    frmNewChar_->afterCommand = [this] {
-      syncCharacterForms();
-      if (afterCommand) afterCommand();
-    };
-  }
-  return *frmNewChar_;
-}
+FormaPerDialog& StationForms::dialogFormaPer() { return characterForm(formaPer_); }
+FrmNewCharDialog& StationForms::dialogFrmNewChar() { return characterForm(frmNewChar_); }
 
 ReadingSpeedDialog& StationForms::dialogReadingSpeed() {
   if (!readingSpeed_) readingSpeed_ = std::make_unique<ReadingSpeedDialog>(st_, parent_);
   return *readingSpeed_;
 }
 
-void StationForms::showDialog(FormDialog& d) {
-  d.loadFromModel();
-  d.show();
-  d.raise();
-  d.activateWindow();
-}
-
 bool StationForms::open(std::string_view item) {
-  if (item == "mnu_sub_ebu") {
-    if (mnuSubEbu(st_, stl_)) showDialog(dialogSTL());
-  } else if (item == "mnu_sub_dvdm") {
-    if (mnuSubDvdm(st_, dvdm_)) showDialog(dialogDVDMaestro());
-  } else if (item == "mnu_sub_cpc") {
-    if (mnuSubCpc(st_, cpc_)) showDialog(dialogCPC());
-  } else if (item == "mnu_sub_sub") {
-    if (mnuSubSub(st_, sub_)) showDialog(dialogSUB());
-  } else if (item == "mnu_cc_ult") {
-    if (mnu_cc_ult(st_, ult_)) {
-      UltDialog& d = dialogCCult();
+  if (ExportForm* f = exportForm(item)) {
+    if (f->open()) {
+      FormDialog& d = exportDialog(item);
       d.loadFromModel();
       d.show();
       d.raise();
+      d.activateWindow();
     }
   } else if (item == "mnu_sub_par_read") {
     ReadingSpeedDialog& d = dialogReadingSpeed();

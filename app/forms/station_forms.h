@@ -24,7 +24,6 @@ class QWidget;
 namespace quillon {
 
 class FormDialog;
-class UltDialog;
 class FormaPerDialog;
 class FrmNewCharDialog;
 class ReadingSpeedDialog;
@@ -54,19 +53,27 @@ class StationForms : public QObject {
   FormCPC& formCPC() { return cpc_; }
   FormSUB& formSUB() { return sub_; }
   FormCCult& formCCult() { return ult_; }
-  // The dialogs, made on first use.
-  FormDialog& dialogSTL();
-  FormDialog& dialogDVDMaestro();
-  FormDialog& dialogCPC();
-  FormDialog& dialogSUB();
-  UltDialog& dialogCCult();
+  // The window of an export form by its menu item (mnu_sub_ebu ...
+  // mnu_cc_ult), made on first use.
+  FormDialog& exportDialog(std::string_view item);
   FormaPerDialog& dialogFormaPer();
   FrmNewCharDialog& dialogFrmNewChar();
   ReadingSpeedDialog& dialogReadingSpeed();
 
  private:
-  FormDialog& listDialog(std::unique_ptr<FormDialog>& d, FormModel& m, std::function<bool()> press);
-  void showDialog(FormDialog& d);
+  // An export form: its menu item's command up to the form, and its
+  // `CommandProximo`.
+  struct ExportForm {
+    std::string item;
+    FormModel& model;
+    std::function<bool()> open;
+    std::function<WriteResult()> press;
+    bool modal = false;
+    std::unique_ptr<FormDialog> window;
+  };
+  ExportForm* exportForm(std::string_view item);
+  template <typename Dialog>
+  Dialog& characterForm(std::unique_ptr<Dialog>& d);
 
   Station& st_;
   QWidget* parent_;
@@ -75,8 +82,7 @@ class StationForms : public QObject {
   FormCPC cpc_;
   FormSUB sub_;
   FormCCult ult_;
-  std::unique_ptr<FormDialog> stlDialog_, dvdmDialog_, cpcDialog_, subDialog_;
-  std::unique_ptr<UltDialog> ultDialog_;
+  std::vector<ExportForm> exportForms_;
   std::unique_ptr<FormaPerDialog> formaPer_;
   std::unique_ptr<FrmNewCharDialog> frmNewChar_;
   std::unique_ptr<ReadingSpeedDialog> readingSpeed_;

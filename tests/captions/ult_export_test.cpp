@@ -123,12 +123,12 @@ TEST_F(UltExport, CancelWhileWritingLeavesAnEmptyFile) {
   ts.ui.savePaths.push_back(path);
   ASSERT_TRUE(mnu_cc_ult(ts.st, form));
   ts.ui.onPump = [&] {
-    if (form.commandProximoCaption == u"Cancel" && form.progressValue >= 2048) formCCultProximo(ts.st, form);
+    if (form.commandCaption == u"Cancel" && form.progressValue >= 2048) formCCultProximo(ts.st, form);
   };
   EXPECT_FALSE(formCCultProximo(ts.st, form));
   EXPECT_TRUE(std::filesystem::exists(path));
   EXPECT_EQ(testing::readFile(path), "");
-  EXPECT_EQ(form.commandProximoCaption, u"OK");
+  EXPECT_EQ(form.commandCaption, u"OK");
 }
 
 }  // namespace

@@ -42,6 +42,9 @@ TEST(SubListImport, FramesBecomeTimecodesAndTheBarBreaksTheLine) {
   EXPECT_EQ(t.st.view.panel(3).text, u"3subs loaded.#");
   EXPECT_EQ(t.ui.openRequests[0].title, u"Open {SUB} subtitle list file(*.sub)");
   EXPECT_EQ(t.docs.fontName(), u"Courier New");
+  // The next import's dialog opens in the folder of the file just read.
+  EXPECT_FALSE(mnuSubImpSRT(t.st));
+  EXPECT_TRUE(t.ui.openRequests.at(1).initialDir.ends_with(u"-import-a.sub"));
 }
 
 TEST(Dos850Import, HeaderColumnsAndCodePage) {

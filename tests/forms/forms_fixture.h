@@ -14,7 +14,6 @@
 
 #include "app/forms/form_dialog.h"
 #include "app/forms/station_forms.h"
-#include "app/forms/ult_dialog.h"
 #include "captions/caption_checks.h"
 #include "core/settings.h"
 #include "script/document_files.h"

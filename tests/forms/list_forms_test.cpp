@@ -34,7 +34,7 @@ TEST(ListExportForms, EbuFormWritesWhatTheCommandLineWritesForTheSameFields) {
   const std::string script = f.load(files.dir, subtitleScript(12));
   f.t.ui.savePaths = {files.gui("stl")};
   ASSERT_TRUE(f.forms->open("mnu_sub_ebu"));
-  FormDialog& d = f.forms->dialogSTL();
+  FormDialog& d = f.forms->exportDialog("mnu_sub_ebu");
   EXPECT_TRUE(d.isVisible());
   EXPECT_FALSE(d.isModal());
   EXPECT_EQ(d.windowTitle(), QStringLiteral("Quillon: Conversion to EBU Subtitling data exchange format"));
@@ -72,24 +72,20 @@ TEST(ListExportForms, DvdMaestroCpcAndSubFormsWriteWhatTheCommandLineWrites) {
     const char* menu;
     const char* command;
     const char* ext;
-    FormDialog& (*dialog)(FormsStation&);
     QString title;
     std::vector<std::pair<const char*, const char*>> fields;
     const char* mark;  // something the fields put in the file
     std::pair<const char*, const char*> offered = {nullptr, nullptr};  // a control's text on opening
   };
   const Row rows[] = {
-      {"mnu_sub_dvdm", "dvdm", "txt", [](FormsStation& f) -> FormDialog& { return f.forms->dialogDVDMaestro(); },
-       QStringLiteral("Quillon: Conversion to DVD Maestro\u00ae format"),
+      {"mnu_sub_dvdm", "dvdm", "txt", QStringLiteral("Quillon: Conversion to DVD Maestro\u00ae format"),
        {{"TextFontName", "Verdana"}, {"ComboBold", "TRUE"}, {"ComboHorzAlign", "Left"}, {"TextCommentArea", "Made here"}},
        "Made here"},
-      {"mnu_sub_cpc", "cpc", "txt", [](FormsStation& f) -> FormDialog& { return f.forms->dialogCPC(); },
-       QStringLiteral("Quillon: Conversion to CPC\u00ae format"),
+      {"mnu_sub_cpc", "cpc", "txt", QStringLiteral("Quillon: Conversion to CPC\u00ae format"),
        {{"ComboVersion", "CPCC6.78"}, {"TextMOVIE", "Film"}, {"Text_vpos3", "B"}},
        "0CBI", {"Text_vpos3", "A"}},
-      {"mnu_sub_sub", "sub", "sub", [](FormsStation& f) -> FormDialog& { return f.forms->dialogSUB(); },
-       QStringLiteral("Quillon: Conversion to .SUB format"), {{"TextCAST", "Ana"}, {"Text_vpos3", "<<<"}}, "<<<[",
-       {"TextTIMING", "1 30 0"}},
+      {"mnu_sub_sub", "sub", "sub", QStringLiteral("Quillon: Conversion to .SUB format"),
+       {{"TextCAST", "Ana"}, {"Text_vpos3", "<<<"}}, "<<<[", {"TextTIMING", "1 30 0"}},
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.menu);
@@ -98,7 +94,7 @@ TEST(ListExportForms, DvdMaestroCpcAndSubFormsWriteWhatTheCommandLineWrites) {
     const std::string script = f.load(files.dir, subtitleScript(6));
     f.t.ui.savePaths = {files.gui(r.ext)};
     ASSERT_TRUE(f.forms->open(r.menu));
-    FormDialog& d = r.dialog(f);
+    FormDialog& d = f.forms->exportDialog(r.menu);
     EXPECT_EQ(d.windowTitle(), r.title);
     if (r.offered.first) {
       EXPECT_EQ(qobject_cast<QLineEdit*>(d.control(r.offered.first))->text(), QString(r.offered.second));
@@ -120,7 +116,7 @@ TEST(ListExportForms, CpcFormHasTenOneLetterPositionBoxes) {
   FormsStation f;
   f.load(files.dir, subtitleScript(2));
   ASSERT_TRUE(f.forms->open("mnu_sub_cpc"));
-  auto* frame = f.forms->dialogCPC().findChild<QGroupBox*>("Frame1");
+  auto* frame = f.forms->exportDialog("mnu_sub_cpc").findChild<QGroupBox*>("Frame1");
   ASSERT_NE(frame, nullptr);
   EXPECT_EQ(frame->title(), QStringLiteral("Position mapping"));
   const auto boxes = frame->findChildren<QLineEdit*>();
@@ -135,8 +131,9 @@ TEST(ListExportForms, UltFormWritesWhatTheCommandLineWrites) {
       f.load(files.dir, "CAP[0NC 00:00:01:00>00:00:02:00]\rHELLO\r\rCAP[0NC 00:00:04:00>00:00:06:00]\rTHERE\r\r");
   f.t.ui.savePaths = {files.gui("ult")};
   ASSERT_TRUE(f.forms->open("mnu_cc_ult"));
-  UltDialog& d = f.forms->dialogCCult();
+  FormDialog& d = f.forms->exportDialog("mnu_cc_ult");
   EXPECT_TRUE(d.isVisible());
+  EXPECT_TRUE(d.isModal());
   EXPECT_EQ(d.windowTitle(), QStringLiteral("Quillon: Conversion to .ULT Closed caption file format"));
   auto* vi = qobject_cast<QComboBox*>(d.control("VILine"));
   ASSERT_NE(vi, nullptr);
@@ -157,7 +154,7 @@ TEST(ListExportForms, CancelDuringALongExportLeavesNoFile) {
   f.load(files.dir, subtitleScript(4000));
   f.t.ui.savePaths = {files.gui("stl")};
   ASSERT_TRUE(f.forms->open("mnu_sub_ebu"));
-  FormDialog& d = f.forms->dialogSTL();
+  FormDialog& d = f.forms->exportDialog("mnu_sub_ebu");
   bool cancelSeenRunning = false;
   // The operator presses the same button again while the file is being built.
   QTimer::singleShot(0, &d, [&] {

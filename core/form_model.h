@@ -1,7 +1,7 @@
-// The settings forms of the list exports as plain models: named controls
-// with labels, defaults, input limits and combo lists, the progress bar and
-// the OK/Cancel button. A window renders them; the command line sets their
-// controls by name; the generators read them.
+// The settings forms of the exports as plain models: named controls with
+// labels, defaults, input limits and combo lists, the progress bar, and the
+// OK/Cancel button with the run it starts and stops. A window renders them;
+// the command line sets their controls by name; the generators read them.
 #pragma once
 
 #include <functional>
@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/atomic_file.h"
 #include "core/text.h"
 
 namespace quillon {
@@ -20,6 +21,7 @@ struct FormControl {
   int maxLength = 0;     // characters the operator may type; 0 for no limit
   std::vector<u16> list; // combo entries; empty for a text box
   bool multiLine = false;
+  bool listOnly = false;  // a combo that takes only its list's entries
   u16 text;
 };
 
@@ -35,6 +37,10 @@ class FormModel {
   int progressValue = 0;
   bool visible = false;
   bool loaded = false;
+  // Set by Cancel; the generator looks at it once a row and stops. It is
+  // `cancelarSTL` of `FormaSTL`, `cancelarDVDM` of `FormDVDMaestro`,
+  // `cancelarCPC` of `FormCPC` and `cancelarSUB` of the .SUB form.
+  bool cancelRequested = false;
   // Told each time the generator moves the progress bar, so that a window
   // can show it and let the operator press `CommandProximo` to stop a long run.
   std::function<void()> progressMoved;
@@ -59,6 +65,18 @@ class FormModel {
   // Returns true when this show loaded it.
   bool show();
   void hide() { visible = false; }
+
+  // Ready for a run: the button reads "OK" and is the default, the bar is
+  // empty and the cancel flag is clear, so that a Cancel pressed while no run
+  // was going (after a wrong extension's message) cannot swallow the next one.
+  void readyToRun();
+  // `CommandProximo`: on "OK" the caption turns to "Cancel" and `generate`
+  // runs, its result returned; on "Cancel" the flag is set and the form hides.
+  WriteResult pressCommand(const std::function<WriteResult()>& generate);
+  // The end of a generator's run: the bar back to empty; `write` runs unless
+  // the run was cancelled, in which case nothing is written and the flag
+  // clears; the form hides.
+  WriteResult finishRun(const std::function<WriteResult()>& write);
 
  protected:
   FormControl& add(std::string name, u16 label, u16 defaultText, int maxLength = 0,

@@ -1,4 +1,4 @@
-#include "formats/form_model.h"
+#include "core/form_model.h"
 
 #include <stdexcept>
 
@@ -47,6 +47,32 @@ bool FormModel::show() {
   }
   visible = true;
   return loading;
+}
+
+void FormModel::readyToRun() {
+  cancelRequested = false;
+  commandCaption = u"OK";
+  commandIsDefault = true;
+  progressValue = 0;
+}
+
+WriteResult FormModel::pressCommand(const std::function<WriteResult()>& generate) {
+  if (commandCaption == u"OK") {
+    commandCaption = u"Cancel";
+    return generate();
+  }
+  cancelRequested = true;
+  hide();
+  return {};
+}
+
+WriteResult FormModel::finishRun(const std::function<WriteResult()>& write) {
+  progressValue = 0;
+  WriteResult written;
+  if (!cancelRequested) written = write();
+  cancelRequested = false;
+  hide();
+  return written;
 }
 
 FormControl& FormModel::add(std::string name, u16 label, u16 defaultText, int maxLength, std::vector<u16> list) {
