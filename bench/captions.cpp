@@ -7,9 +7,9 @@
 #include "captions/caption_checks.h"
 #include "captions/scc_export.h"
 #include "captions/ult_export.h"
-#include "core/scripted_ui.h"
 #include "core/station.h"
 #include "core/timecode.h"
+#include "doubles/scripted_ui.h"
 #include "script/memory_document.h"
 #include "script/tag_grammar.h"
 

@@ -5,8 +5,8 @@
 
 #include <memory>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
+#include "doubles/scripted_ui.h"
 #include "dubbing/dub_to_sub.h"
 #include "dubbing/line_count.h"
 #include "script/memory_document.h"

@@ -6,8 +6,8 @@
 #include <string>
 #include <unistd.h>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
+#include "doubles/scripted_ui.h"
 #include "formats/stl_export.h"
 #include "script/memory_document.h"
 #include "script/tag_grammar.h"

@@ -12,9 +12,9 @@
 #include <string>
 #include <unistd.h>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
 #include "core/timecode.h"
+#include "doubles/scripted_ui.h"
 #include "formats/line_imports.h"
 #include "formats/merge.h"
 #include "formats/stl_export.h"

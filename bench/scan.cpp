@@ -3,8 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/support/timed_script.h"
-#include "core/scripted_ui.h"
 #include "core/station.h"
+#include "doubles/scripted_ui.h"
 #include "script/memory_document.h"
 #include "script/tag_grammar.h"
 

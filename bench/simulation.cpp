@@ -5,13 +5,13 @@
 // simulation is left out of the timing.
 #include <benchmark/benchmark.h>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
 #include "core/timecode.h"
+#include "doubles/scripted_ui.h"
+#include "doubles/simulated_player.h"
 #include "script/memory_document.h"
 #include "script/tag_grammar.h"
 #include "simulation/simulate_blocks.h"
-#include "transport/simulated_player.h"
 #include "transport/video_commands.h"
 
 namespace {

@@ -3,9 +3,9 @@
 // both rate changes) and interleave repair. Items are subtitles.
 #include <benchmark/benchmark.h>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
 #include "core/timecode.h"
+#include "doubles/scripted_ui.h"
 #include "script/memory_document.h"
 #include "script/tag_grammar.h"
 #include "subtitling/editing_commands.h"

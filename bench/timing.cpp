@@ -10,13 +10,13 @@
 #include <ctime>
 #include <vector>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
 #include "core/timecode.h"
+#include "doubles/scripted_ui.h"
+#include "doubles/simulated_player.h"
 #include "script/memory_document.h"
 #include "script/tag_grammar.h"
 #include "subtitling/timing_loop.h"
-#include "transport/simulated_player.h"
 #include "transport/video_commands.h"
 
 namespace {

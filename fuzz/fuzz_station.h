@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
+#include "doubles/scripted_ui.h"
 #include "script/document_files.h"
 #include "script/memory_document.h"
 

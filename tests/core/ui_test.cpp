@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/scripted_ui.h"
+#include "doubles/scripted_ui.h"
 
 namespace quillon {
 namespace {
