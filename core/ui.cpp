@@ -2,27 +2,21 @@
 
 namespace quillon {
 
-namespace {
-const u16 kAppTitle = u"QUILLON";
-}
-
 Answer msgBox(UserInterface& ui, const u16& text, Buttons b, Icon i, int defaultButton) {
   MessageBoxRequest box;
   box.text = text;
   box.buttons = b;
   box.icon = i;
   box.defaultButton = defaultButton;
-  box.title = kAppTitle;
+  box.title = g_appTitle;
   return ui.messageBox(box);
 }
 
-void sleepSeconds(UserInterface& ui, int seconds) {
+void waitSeconds(UserInterface& ui, int seconds) {
   // Compared with the time of day as it reads, so a wait that crosses
   // midnight runs on as the original clock did; callers keep waits short.
   double start = ui.timeOfDay();
   while (ui.timeOfDay() < start + seconds) ui.pumpEvents();
 }
-
-void waitSeconds(UserInterface& ui, int seconds) { sleepSeconds(ui, seconds); }
 
 }  // namespace quillon

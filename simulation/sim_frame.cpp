@@ -10,8 +10,8 @@ MainWindowLock lockMainWindow(Station& st) {
   ViewState& v = st.view;
   v.slVideo.visible = false;
   v.toolbarVisible = false;
-  for (size_t m = 0; m < lock.kMenus.size(); ++m) {
-    MenuItemState& item = v.menu(lock.kMenus[m]);
+  for (size_t m = 0; m < kLockedMenus.size(); ++m) {
+    MenuItemState& item = v.menu(kLockedMenus[m]);
     lock.menuEnabled[m] = item.enabled;
     item.enabled = false;
   }
@@ -21,7 +21,7 @@ MainWindowLock lockMainWindow(Station& st) {
 void unlockMainWindow(Station& st, const MainWindowLock& lock) {
   ViewState& v = st.view;
   v.slVideo.visible = v.toolbarVisible = !st.s.fullscreenmode;
-  for (size_t m = 0; m < lock.kMenus.size(); ++m) v.menu(lock.kMenus[m]).enabled = lock.menuEnabled[m];
+  for (size_t m = 0; m < kLockedMenus.size(); ++m) v.menu(kLockedMenus[m]).enabled = lock.menuEnabled[m];
   v.overlays.focus = "slVideo";
   st.ui.setPointer(Pointer::Default);
 }

@@ -6,14 +6,13 @@
 #include <array>
 
 #include "core/station.h"
+#include "script/timing_run.h"
 
 namespace quillon {
 
 // The main window as a simulation found it, to be given back on every way out.
 struct MainWindowLock {
-  static constexpr std::array<const char*, 7> kMenus = {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub",
-                                                        "mnu_cc",   "mnu_herr",     "mnu_hlp"};
-  std::array<bool, kMenus.size()> menuEnabled{};
+  std::array<bool, kLockedMenus.size()> menuEnabled{};
 };
 
 // Hides slVideo and Toolbar1 and disables the top menus, so that nothing

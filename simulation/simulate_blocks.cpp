@@ -8,6 +8,7 @@
 #include "simulation/overlay_windows.h"
 #include "simulation/reading_speed_color.h"
 #include "simulation/sim_frame.h"
+#include "subtitling/subtitle_overlay.h"
 #include "transport/video_commands.h"
 #include "transport/video_menu.h"
 
@@ -33,9 +34,7 @@ void layOutSubtitle(Station& st, int i) {
   const ScanTable& t = s.scan;
   FormaSubState& f = st.view.overlays.FormaSub;
   applySubtitleStyle(f.Line1, f.Line2, t.styleChar[i]);
-  const char16_t align = t.alignChar[i];
-  const int alignment = align == u'L' ? kAlignLeft : align == u'R' ? kAlignRight : kAlignCentre;
-  f.Line1.alignment = f.Line2.alignment = alignment;
+  f.Line1.alignment = f.Line2.alignment = overlayAlignment(u16(1, t.alignChar[i]));
   const u16& text = t.text[i];
   const long len = static_cast<long>(text.size());
   const uint32_t colour = s.colourFeedback ? readingSpeedColor(s.readingSpeed, t.cueIn[i], t.cueOut[i], len) : kWhite;
@@ -44,26 +43,20 @@ void layOutSubtitle(Station& st, int i) {
   // A text shorter than its two trailing CRs cannot be cut; it shows as one line.
   const bool cutFails = len < 2;
   const long p = cutFails ? 0 : instr(left(text, len - 2), u"\r");
-  f.Left = st.view.overlays.mainLeft + 60;
-  const char16_t digit = t.posDigit[i];
-  // A position that is no digit leaves the window where it was.
-  const bool placeable = digit >= u'0' && digit <= u'9';
-  const int top = st.view.overlays.mainTop + 4000 - (digit - u'0') * 350;
-  if (p > 1 && !cutFails) {
+  const bool twoLines = p > 1 && !cutFails;
+  if (twoLines) {
     f.Line1.caption = left(text, p);
     f.Line2.caption = right(text, len - p);
-    if (placeable) {
-      f.Height = 700;
-      f.Top = top;
-    }
   } else {
     f.Line1.caption = text;
     f.Line2.caption.clear();
-    if (placeable) {
-      f.Height = 350;
-      f.Top = top + 250;
-    }
   }
+  const char16_t digit = t.posDigit[i];
+  // A position that is no digit leaves the window's height and top as they were.
+  if (digit >= u'0' && digit <= u'9')
+    placeSubtitleOverlay(st, twoLines, digit - u'0');
+  else
+    f.Left = st.view.overlays.mainLeft + 60;
   showSubtitleOverlay(st);
 }
 

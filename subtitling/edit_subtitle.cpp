@@ -35,12 +35,7 @@ void editSubtitle(Station& st, int index) {
   f.Line2 = OverlayLine{};
   f.Line1.caption = line1;
   f.Line2.caption = line2;
-  switch (tb.styleChar[i]) {
-    case u'I': f.Line1.italic = f.Line2.italic = true; break;
-    case u'1': f.Line1.italic = true; break;
-    case u'2': f.Line2.italic = true; break;
-    default: break;  // N, and letters no subtitle names
-  }
+  applySubtitleStyle(f.Line1, f.Line2, tb.styleChar[i]);
   const u16 alignLetter(1, tb.alignChar[i]);
   f.Line1.alignment = f.Line2.alignment = overlayAlignment(alignLetter);
   // The alignment keys start from the subtitle's own place, not from where

@@ -38,7 +38,7 @@ std::optional<double> typedWhole(const u16& typed, double lo, double hi) {
 
 // The input box with the current value; nullopt for an empty answer.
 std::optional<u16> ask(Station& st, const char* prompt, double current) {
-  auto a = st.ui.inputBox(U(prompt), g_appTitle, numberText(current));
+  auto a = st.ui.inputBox(fromLatin1(prompt), g_appTitle, numberText(current));
   if (!a || a->empty()) return std::nullopt;
   return a;
 }

@@ -22,6 +22,16 @@ char16_t tagAlignment(u16v letter) {
   return u' ';
 }
 
+void applySubtitleStyle(OverlayLine& line1, OverlayLine& line2, char16_t style) {
+  switch (style) {
+    case u'N': line1.italic = line2.italic = false; break;
+    case u'I': line1.italic = line2.italic = true; break;
+    case u'1': line1.italic = true, line2.italic = false; break;
+    case u'2': line1.italic = false, line2.italic = true; break;
+    default: break;
+  }
+}
+
 char16_t styleFromOverlay(const FormaSubState& f, bool twoLines) {
   if (f.Line1.italic) return (!twoLines || f.Line2.italic) ? u'I' : u'1';
   return (twoLines && f.Line2.italic) ? u'2' : u'N';

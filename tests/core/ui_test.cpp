@@ -5,11 +5,11 @@
 namespace quillon {
 namespace {
 
-TEST(EventPumpWaits, SleepPumpsUntilTheClockHasMoved) {
+TEST(EventPumpWaits, WaitPumpsUntilTheClockHasMoved) {
   ScriptedUi ui;
   ui.pumpStep = 0.25;
   double start = ui.timeOfDay();
-  sleepSeconds(ui, 2);
+  waitSeconds(ui, 2);
   EXPECT_EQ(ui.pumps, 8);
   EXPECT_GE(ui.timeOfDay(), start + 2);
   waitSeconds(ui, 0);
