@@ -107,7 +107,7 @@ void MainWindow::buildMenus() {
     if (!e.parent.empty()) parents.insert(e.parent);
   for (const MenuEntry& e : menuTable()) {
     const std::string name(e.name);
-    const QString caption = QString::fromUtf16(e.caption.data(), static_cast<qsizetype>(e.caption.size()));
+    const QString caption = toQString(e.caption);
     QMenu* parentMenu = e.parent.empty() ? nullptr : menus_.find(e.parent)->second;
     if (parentMenu && e.separatorBefore) parentMenu->addSeparator();
     QAction* a = nullptr;

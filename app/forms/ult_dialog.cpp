@@ -9,15 +9,12 @@
 #include <QVBoxLayout>
 
 #include "app/forms/form_dialog.h"
+#include "app/qt_text.h"
 
 namespace quillon {
 
-namespace {
-QString qs(const u16& t) { return QString::fromUtf16(t.data(), static_cast<qsizetype>(t.size())); }
-}  // namespace
-
 UltDialog::UltDialog(Station& st, FormCCult& form, QWidget* parent) : QDialog(parent), st_(st), form_(form) {
-  setWindowTitle(qs(form_.title));
+  setWindowTitle(toQString(form_.title));
   setWindowModality(Qt::ApplicationModal);
   auto* outer = new QVBoxLayout(this);
   auto* fields = new QFormLayout;
@@ -26,14 +23,14 @@ UltDialog::UltDialog(Station& st, FormCCult& form, QWidget* parent) : QDialog(pa
     QWidget* w = nullptr;
     if (!f.list.empty()) {
       auto* combo = new QComboBox;
-      for (const auto& item : f.list) combo->addItem(qs(item));
+      for (const auto& item : f.list) combo->addItem(toQString(item));
       w = combo;
     } else {
       w = new QLineEdit;
     }
     w->setObjectName(QString::fromStdString(f.control));
     controls_[f.control] = w;
-    fields->addRow(qs(f.label), w);
+    fields->addRow(toQString(f.label), w);
   }
   addFormFoot(outer, progress_, proximo_);
   proximo_->setDefault(true);
@@ -51,7 +48,7 @@ QWidget* UltDialog::control(const std::string& name) const {
 void UltDialog::loadFromModel() {
   for (const auto& f : form_.fields)
     if (QWidget* w = control(f.control)) setWidgetText(w, f.value);
-  proximo_->setText(qs(form_.commandProximoCaption));
+  proximo_->setText(toQString(form_.commandProximoCaption));
   showProgress();
   if (form_.visible && !isVisible()) show();
   else if (!form_.visible && isVisible()) hide();
