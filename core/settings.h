@@ -31,6 +31,4 @@ void iniciarvariables(Station& st);
 // could not be written (the station says nothing then).
 bool guardarDefaults(Station& st, const std::string& path, std::string* error = nullptr);
 
-inline std::string boolToTF(bool f) { return f ? "T" : "F"; }
-
 }  // namespace quillon
