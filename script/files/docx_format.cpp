@@ -73,11 +73,9 @@ std::unique_ptr<MemoryDocument> loadDocx(std::string_view bytes, std::string& pr
   docx::collectParagraphs(main.xml.document_element().child(w.body.c_str()), w, nodes);
   source.paragraphs.reserve(nodes.size());
   for (pugi::xml_node p : nodes) source.paragraphs.push_back(docx::readParagraph(p, w, main.styles));
-  if (source.paragraphs.empty()) source.paragraphs.emplace_back();
-  auto doc = documentFrom(source.paragraphs);
-  if (!docx::readProperties(source.package, rootRels, *doc, problem)) return nullptr;
-  attachSource(*doc, std::move(source));
-  return doc;
+  return loadedDocument(std::move(source), [&](const ZipPackage& package, MemoryDocument& doc) {
+    return docx::readProperties(package, rootRels, doc, problem);
+  });
 }
 
 bool buildDocx(const MemoryDocument& doc, std::string& bytes, std::string& problem,

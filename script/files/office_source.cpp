@@ -56,6 +56,15 @@ const OfficeSource* sourceOf(const MemoryDocument& doc, OfficeKind kind) {
   return s->kind == kind ? s : nullptr;
 }
 
+std::unique_ptr<MemoryDocument> loadedDocument(
+    OfficeSource source, const std::function<bool(const ZipPackage& package, MemoryDocument& doc)>& readProperties) {
+  if (source.paragraphs.empty()) source.paragraphs.emplace_back();
+  auto doc = documentFrom(source.paragraphs);
+  if (!readProperties(source.package, *doc)) return nullptr;
+  attachSource(*doc, std::move(source));
+  return doc;
+}
+
 std::unique_ptr<MemoryDocument> documentFrom(const std::vector<ParagraphText>& paragraphs) {
   u16 text;
   std::vector<uint8_t> flags;

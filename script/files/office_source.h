@@ -4,6 +4,7 @@
 #pragma once
 
 #include <ctime>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,6 +31,12 @@ const OfficeSource* sourceOf(const MemoryDocument& doc, OfficeKind kind);
 
 // A memory document holding `paragraphs`, at least one.
 std::unique_ptr<MemoryDocument> documentFrom(const std::vector<ParagraphText>& paragraphs);
+
+// The document a file loads as: the source's paragraphs (one empty one when
+// the file has none), its properties read from the package, and the source
+// kept on it for the save. Null when the properties cannot be read.
+std::unique_ptr<MemoryDocument> loadedDocument(
+    OfficeSource source, const std::function<bool(const ZipPackage& package, MemoryDocument& doc)>& readProperties);
 
 // Paragraph text taken from a file: marks the document would read as
 // paragraph ends become spaces.
