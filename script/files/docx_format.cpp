@@ -62,8 +62,7 @@ bool openMainPart(const ZipPackage& pkg, MainPart& main, std::vector<docx::Relat
 }  // namespace
 
 std::unique_ptr<MemoryDocument> loadDocx(std::string_view bytes, std::string& problem) {
-  OfficeSource source;
-  source.kind = OfficeKind::Docx;
+  OfficeSource source{OfficeKind::Docx};
   if (!source.package.read(bytes, problem)) return nullptr;
   MainPart main;
   std::vector<docx::Relationship> rootRels;
@@ -71,11 +70,11 @@ std::unique_ptr<MemoryDocument> loadDocx(std::string_view bytes, std::string& pr
   docx::WordNames w = docx::wordNamesOf(main.xml);
   std::vector<pugi::xml_node> nodes;
   docx::collectParagraphs(main.xml.document_element().child(w.body.c_str()), w, nodes);
-  source.paragraphs.reserve(nodes.size());
-  for (pugi::xml_node p : nodes) source.paragraphs.push_back(docx::readParagraph(p, w, main.styles));
-  return loadedDocument(std::move(source), [&](const ZipPackage& package, MemoryDocument& doc) {
-    return docx::readProperties(package, rootRels, doc, problem);
-  });
+  return loadedDocument(
+      std::move(source), nodes, [&](pugi::xml_node p) { return docx::readParagraph(p, w, main.styles); },
+      [&](const ZipPackage& package, MemoryDocument& doc) {
+        return docx::readProperties(package, rootRels, doc, problem);
+      });
 }
 
 bool buildDocx(const MemoryDocument& doc, std::string& bytes, std::string& problem,

@@ -222,8 +222,7 @@ ZipPackage emptyOdt(const u16& fontName) {
 }  // namespace
 
 std::unique_ptr<MemoryDocument> loadOdt(std::string_view bytes, std::string& problem) {
-  OfficeSource source;
-  source.kind = OfficeKind::Odt;
+  OfficeSource source{OfficeKind::Odt};
   if (!source.package.read(bytes, problem)) return nullptr;
   Parts parts;
   if (!openParts(source.package, parts, problem)) return nullptr;
@@ -231,11 +230,9 @@ std::unique_ptr<MemoryDocument> loadOdt(std::string_view bytes, std::string& pro
   std::vector<pugi::xml_node> nodes;
   odt::collectParagraphs(parts.content.document_element().child(n.body.c_str()).child(n.officeText.c_str()), n,
                          nodes);
-  source.paragraphs.reserve(nodes.size());
-  for (pugi::xml_node p : nodes) source.paragraphs.push_back(odt::readParagraph(p, n, parts.styles));
-  return loadedDocument(std::move(source), [&](const ZipPackage& package, MemoryDocument& doc) {
-    return readMeta(package, doc, problem);
-  });
+  return loadedDocument(
+      std::move(source), nodes, [&](pugi::xml_node p) { return odt::readParagraph(p, n, parts.styles); },
+      [&](const ZipPackage& package, MemoryDocument& doc) { return readMeta(package, doc, problem); });
 }
 
 bool buildOdt(const MemoryDocument& doc, std::string& bytes, std::string& problem,

@@ -57,7 +57,11 @@ const OfficeSource* sourceOf(const MemoryDocument& doc, OfficeKind kind) {
 }
 
 std::unique_ptr<MemoryDocument> loadedDocument(
-    OfficeSource source, const std::function<bool(const ZipPackage& package, MemoryDocument& doc)>& readProperties) {
+    OfficeSource source, const std::vector<pugi::xml_node>& nodes,
+    const std::function<ParagraphText(pugi::xml_node)>& readParagraph,
+    const std::function<bool(const ZipPackage& package, MemoryDocument& doc)>& readProperties) {
+  source.paragraphs.reserve(nodes.size());
+  for (pugi::xml_node p : nodes) source.paragraphs.push_back(readParagraph(p));
   if (source.paragraphs.empty()) source.paragraphs.emplace_back();
   auto doc = documentFrom(source.paragraphs);
   if (!readProperties(source.package, *doc)) return nullptr;

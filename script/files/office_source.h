@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
@@ -32,11 +33,14 @@ const OfficeSource* sourceOf(const MemoryDocument& doc, OfficeKind kind);
 // A memory document holding `paragraphs`, at least one.
 std::unique_ptr<MemoryDocument> documentFrom(const std::vector<ParagraphText>& paragraphs);
 
-// The document a file loads as: the source's paragraphs (one empty one when
-// the file has none), its properties read from the package, and the source
-// kept on it for the save. Null when the properties cannot be read.
+// The document a file loads as: the paragraphs read from the body's
+// paragraph elements `nodes` (one empty one when there are none), its
+// properties read from the package, and `source` with those paragraphs kept
+// on it for the save. Null when the properties cannot be read.
 std::unique_ptr<MemoryDocument> loadedDocument(
-    OfficeSource source, const std::function<bool(const ZipPackage& package, MemoryDocument& doc)>& readProperties);
+    OfficeSource source, const std::vector<pugi::xml_node>& nodes,
+    const std::function<ParagraphText(pugi::xml_node)>& readParagraph,
+    const std::function<bool(const ZipPackage& package, MemoryDocument& doc)>& readProperties);
 
 // Paragraph text taken from a file: marks the document would read as
 // paragraph ends become spaces.
