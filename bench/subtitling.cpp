@@ -21,14 +21,10 @@ struct CheckingStation : BenchStation {
   explicit CheckingStation(int fps) : BenchStation(fps) {
     installSubtitleChecks(st);
     Session& s = st.s;
+    bench::useUsualParameters(s);
     s.readingSpeedCheck = true;
-    s.readingSpeed = 14;
     s.fastThreshold = 25;
     s.slowThreshold = 10;
-    s.minOnAir1 = 1;
-    s.maxOnAir = 6;
-    s.minInterleave = 2;
-    s.maxCharsRow = 32;
     s.inSituOffset = true;
   }
 };

@@ -47,13 +47,8 @@ u16 sessionScript(int timed) {
 struct Session1h : bench::BenchStation {
   Session1h() : BenchStation(kFps), player([this] { return ui.clock; }) {
     st.player = &player;
-    Session& s = st.s;
-    s.readingSpeed = 14;
-    s.minOnAir1 = 1;
-    s.maxOnAir = 6;
-    s.minInterleave = 2;
-    s.maxCharsRow = 32;
-    s.delay = 0.3;
+    bench::useUsualParameters(st.s);
+    st.s.delay = 0.3;
     installTransport(st);
     doc = &open();
     ui.pumpStep = 0.033;

@@ -2,6 +2,7 @@
 
 #include "core/media_player.h"
 #include "core/timecode.h"
+#include "transport/video_commands.h"
 
 namespace quillon {
 
@@ -37,6 +38,28 @@ void waitForPosition(Station& st, double until, bool inclusive) {
     if (inclusive ? now > until : now >= until) break;
     st.ui.pumpEvents();
   }
+}
+
+void showText1(Station& st) {
+  OverlayState& ov = st.view.overlays;
+  ov.Text1.Left = 0;
+  ov.Text1.Visible = true;
+  ov.Text1.Alignment = kAlignCentre;
+  ov.focus = "Text1";
+}
+
+void hideText1(Station& st) {
+  Text1State& box = st.view.overlays.Text1;
+  box.Text.clear();
+  box.SelStart = box.SelLength = 0;
+  box.Left = -1000;
+  box.Visible = false;
+}
+
+void jumpLongGap(Station& st, int i) {
+  const Session& s = st.s;
+  const double cueIn = s.scan.cueIn[i];
+  if (s.g_dblPosActual + s.tcStart + 10.0 < cueIn && s.jumpToNextBlock) ira(st, transformadainversa(s, cueIn - 2.0));
 }
 
 void normalSpeed(Station& st) {

@@ -159,10 +159,7 @@ void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* rendere
     panel.text = u"Simulating...";
   }
   s.g_fsim = true;
-  ov.Text1.Left = 0;
-  ov.Text1.Visible = true;
-  ov.Text1.Alignment = kAlignCentre;
-  ov.focus = "Text1";
+  showText1(st);
   panel.text = u"Simulating...";
   ov.FormaSub.Line1.foreColor = ov.FormaSub.Line2.foreColor = kWhite;
   st.ui.setPointer(Pointer::Default);
@@ -177,9 +174,7 @@ void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* rendere
 
     for (; i <= count; ++i) {
       if (t.text[i].empty() || !s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;
-      // A gap of over ten seconds is jumped, leaving two seconds of run-in.
-      if (s.g_dblPosActual + s.tcStart + 10.0 < t.cueIn[i] && s.jumpToNextBlock)
-        ira(st, transformadainversa(s, t.cueIn[i] - 2.0));
+      jumpLongGap(st, i);
       if (s.followSimulation) findCueIn(st, SEGaTC(t.cueIn[i], st.fps()));
       const bool goOn = t.isSubtitle[i] ? playSubtitle(st, i) : playDubbingBlock(st, i);
       if (!goOn) break;
@@ -194,11 +189,8 @@ void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* rendere
   s.g_fsim = false;
   // The same way back as Ctrl+F and Esc: menus, labels and the window's size.
   if (s.fullscreenmode) leaveFullScreen(st);
-  ov.Text1.Text.clear();
-  ov.Text1.SelStart = ov.Text1.SelLength = 0;
+  hideText1(st);
   ov.Text1.Alignment = kAlignLeft;
-  ov.Text1.Left = -1000;
-  ov.Text1.Visible = false;
   panel.text.clear();
   panel.enabled = true;
   FormaSubState& f = ov.FormaSub;

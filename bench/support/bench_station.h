@@ -30,6 +30,16 @@ struct BenchStation {
   Station st;
 };
 
+// The parameters a station usually runs with: 14 characters a second, 1 to
+// 6 seconds on air, 2 frames between subtitles, 32 characters a row.
+inline void useUsualParameters(Session& s) {
+  s.readingSpeed = 14;
+  s.minOnAir1 = 1;
+  s.maxOnAir = 6;
+  s.minInterleave = 2;
+  s.maxCharsRow = 32;
+}
+
 // A file of this run's own in /tmp.
 inline std::string tempPath(const std::string& name) {
   return "/tmp/quillon-bench-" + std::to_string(::getpid()) + "-" + name;
