@@ -135,15 +135,10 @@ void iniciarvariables(Station& st) {
   v.menu("mnu_sub_opc_dis").checked = false;
   s.checksDisabled = false;
 
-  v.panel(7).enabled = s.readingSpeedCheck;
-  v.panel(7).toolTip = s.readingSpeedCheck ? u"Reading speed check enabled." : u"Reading speed check disabled.";
-  v.panel(5).enabled = s.jumpToNextBlock;
-  v.panel(5).toolTip = s.jumpToNextBlock ? u"Jump option enabled." : u"Jump option disabled.";
-
-  u16 rs = formatNumber(s.readingSpeed, "00");
-  v.setPanel(3, rs, u"Reading speed = " + rs + u" characters per second.");
-  u16 mc = formatNumber(s.maxCharsRow, "00");
-  v.setPanel(4, mc, u"Max chars per line = " + mc);
+  showReadingSpeedCheckPanel(st);
+  showJumpPanel(st);
+  showReadingSpeedPanel(st);
+  showMaxCharsPanel(st);
 
   v.menu("mnu_cc").enabled = true;
   v.menu("mnu_cc_conv").enabled = true;
@@ -157,6 +152,28 @@ void iniciarvariables(Station& st) {
   if (st.port) st.port->open(s.commPort);
 
   s.sessionStartTime = st.ui.timeOfDay();
+}
+
+void showReadingSpeedPanel(Station& st) {
+  const u16 v = formatNumber(st.s.readingSpeed, "00");
+  st.view.setPanel(3, v, u"Reading speed = " + v + u" characters per second.");
+}
+
+void showMaxCharsPanel(Station& st) {
+  const u16 v = formatNumber(st.s.maxCharsRow, "00");
+  st.view.setPanel(4, v, u"Max chars per line = " + v);
+}
+
+void showJumpPanel(Station& st) {
+  StatusPanelState& p = st.view.panel(5);
+  p.enabled = st.s.jumpToNextBlock;
+  p.toolTip = st.s.jumpToNextBlock ? u"Jump option enabled." : u"Jump option disabled.";
+}
+
+void showReadingSpeedCheckPanel(Station& st) {
+  StatusPanelState& p = st.view.panel(7);
+  p.enabled = st.s.readingSpeedCheck;
+  p.toolTip = st.s.readingSpeedCheck ? u"Reading speed check enabled." : u"Reading speed check disabled.";
 }
 
 bool guardarDefaults(Station& st, const std::string& path, std::string* error) {

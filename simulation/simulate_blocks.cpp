@@ -140,10 +140,9 @@ int startSimulationRun(Station& st, SimulationStart start, double lead) {
 
 void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* renderer) {
   Session& s = st.s;
-  ViewState& v = st.view;
-  OverlayState& ov = v.overlays;
+  OverlayState& ov = st.view.overlays;
   const ScanTable& t = s.scan;
-  StatusPanelState& panel = v.panel(3);
+  StatusPanelState& panel = st.view.panel(3);
 
   normalSpeed(st);
   const MainWindowLock lock = lockMainWindow(st);

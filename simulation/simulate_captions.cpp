@@ -63,10 +63,9 @@ bool playCaption(Station& st, int i) {
 
 void simulateCaptions(Station& st, SimulationStart start) {
   Session& s = st.s;
-  ViewState& v = st.view;
-  OverlayState& ov = v.overlays;
+  OverlayState& ov = st.view.overlays;
   const ScanTable& t = s.scan;
-  StatusPanelState& panel = v.panel(3);
+  StatusPanelState& panel = st.view.panel(3);
 
   normalSpeed(st);
   s.g_fsim = true;
