@@ -185,7 +185,7 @@ bool guardarDefaults(Station& st, const std::string& path, std::string* error) {
     for (size_t p = 1; p <= dir.size(); ++p)
       if (p == dir.size() || dir[p] == '/') ::mkdir(dir.substr(0, p).c_str(), 0755);
   }
-  return writeFileAtomically(path, st.s.g_settingsLine + "\n", error);
+  return writeFile(path, st.s.g_settingsLine + "\n").asFlag(error);
 }
 
 }  // namespace quillon

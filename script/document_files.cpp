@@ -127,7 +127,7 @@ std::string plainTextBytes(const MemoryDocument& doc) {
 }
 
 bool savePlainText(const MemoryDocument& doc, const std::string& path, std::string& error) {
-  return writeFileAtomically(path, plainTextBytes(doc), &error);
+  return writeFile(path, plainTextBytes(doc)).asFlag(&error);
 }
 
 }  // namespace quillon
