@@ -52,6 +52,9 @@ std::string formatNumber8(double value, std::string_view picture);
 // integer without decimals, otherwise the shortest exact decimal text.
 u16 numberText(double value);
 
+// A paragraph's text without its closing CR.
+u16 withoutParagraphMark(const u16& paragraph);
+
 u16 trim(u16v s);
 u16 replaceAll(u16v s, u16v from, u16v to);
 bool startsWith(u16v s, u16v prefix);

@@ -105,15 +105,6 @@ void appendFileText(ParagraphText& p, u16v text, bool italic) {
   p.italic.insert(p.italic.end(), text.size(), italic ? 1 : 0);
 }
 
-u16 stationTime(time_t t) {
-  char buf[80];
-  struct tm tmv {};
-  localtime_r(&t, &tmv);
-  std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", tmv.tm_year + 1900, tmv.tm_mon + 1, tmv.tm_mday,
-                tmv.tm_hour, tmv.tm_min, tmv.tm_sec);
-  return fromLatin1(buf);
-}
-
 std::optional<time_t> parseStationTime(u16v text) {
   std::string s = toUtf8(text);
   int y, mo, d, h = 0, mi = 0, se = 0;

@@ -13,6 +13,7 @@
 
 #include "script/files/paragraph_match.h"
 #include "script/files/zip_package.h"
+#include "script/document_files.h"
 #include "script/memory_document.h"
 
 namespace quillon::docfiles {
@@ -46,10 +47,9 @@ std::unique_ptr<MemoryDocument> loadedDocument(
 // paragraph ends become spaces.
 void appendFileText(ParagraphText& p, u16v text, bool italic);
 
-// Property times. The station holds local time as "YYYY-MM-DD HH:MM:SS".
+// Property times. The station holds local time as stationTime writes it.
 // A file time with a zone (Z or +hh:mm) is converted to local time; one
 // without is taken as local time already.
-u16 stationTime(time_t t);
 std::optional<time_t> parseStationTime(u16v text);
 u16 stationTimeFromFile(const std::string& text);  // empty when unreadable
 std::string utcFileTime(time_t t);                 // 2024-01-02T03:04:05Z
