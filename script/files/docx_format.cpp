@@ -62,7 +62,8 @@ bool openMainPart(const ZipPackage& pkg, MainPart& main, std::vector<docx::Relat
 }  // namespace
 
 std::unique_ptr<MemoryDocument> loadDocx(std::string_view bytes, std::string& problem) {
-  OfficeSource source{OfficeKind::Docx};
+  OfficeSource source;
+  source.kind = OfficeKind::Docx;
   if (!source.package.read(bytes, problem)) return nullptr;
   MainPart main;
   std::vector<docx::Relationship> rootRels;

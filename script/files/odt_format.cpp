@@ -222,7 +222,8 @@ ZipPackage emptyOdt(const u16& fontName) {
 }  // namespace
 
 std::unique_ptr<MemoryDocument> loadOdt(std::string_view bytes, std::string& problem) {
-  OfficeSource source{OfficeKind::Odt};
+  OfficeSource source;
+  source.kind = OfficeKind::Odt;
   if (!source.package.read(bytes, problem)) return nullptr;
   Parts parts;
   if (!openParts(source.package, parts, problem)) return nullptr;
