@@ -18,14 +18,11 @@
 #include "simulation/frame_table.h"
 #include "subtitling/rule_checks.h"
 #include "subtitling/timing_loop.h"
-#include "transport/simulated_player.h"
+#include "transport/mpv/mpv_player.h"
 #include "transport/startup.h"
 #include "transport/timers.h"
 #include "transport/video_commands.h"
 
-#ifdef HAVE_QUILLON_MPV
-#include "transport/mpv/mpv_player.h"
-#endif
 #ifdef HAVE_QUILLON_MPV_WIDGET
 #include "transport/mpv/mpv_software_video_widget.h"
 #include "transport/mpv/mpv_video_widget.h"
@@ -127,7 +124,6 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
 #ifdef HAVE_QUILLON_DOCFILES
   registerOfficeDocumentFormats();
 #endif
-#ifdef HAVE_QUILLON_MPV
   MpvOptions mpv;
   mpv.videoOutput = options_.picture ? "libmpv" : "null";
   mpv.audioOutput = options_.audioOutput;
@@ -143,9 +139,6 @@ DesktopStation::DesktopStation(DesktopOptions options) : options_(std::move(opti
 #endif
     player_ = std::move(mpvPlayer);
   }
-#else
-  player_ = std::make_unique<SimulatedPlayer>([this] { return ui_.timeOfDay(); });
-#endif
 #ifdef HAVE_QUILLON_SERIAL
   if (options_.pedal) port_ = std::make_unique<PosixSerialPort>();
 #endif

@@ -107,7 +107,7 @@ void MainWindow::buildMenus() {
     if (!e.parent.empty()) parents.insert(e.parent);
   for (const MenuEntry& e : menuTable()) {
     const std::string name(e.name);
-    const QString caption = QString::fromUtf16(e.caption.data(), static_cast<qsizetype>(e.caption.size()));
+    const QString caption = toQString(e.caption);
     QMenu* parentMenu = e.parent.empty() ? nullptr : menus_.find(e.parent)->second;
     if (parentMenu && e.separatorBefore) parentMenu->addSeparator();
     QAction* a = nullptr;
@@ -395,26 +395,11 @@ void MainWindow::renderOverlays() {
 
   const FormaSubState& f = o.FormaSub;
   formaSub_->render(f, st_.s.overlayFontSize);
-  const QRect subRect = overlayPlace(f.Left, f.Top, f.Width, f.Height);
-  if (formaSub_->geometry() != subRect) formaSub_->setGeometry(subRect);
-  const bool subVisible = f.Visible && shown;
-  if (subVisible != subShown_) {
-    subShown_ = subVisible;
-    showOverlay(formaSub_, subVisible);
-    // An overlay that comes up takes the keys, as the operator expects.
-    if (subVisible) o.focus = "FormaSub";
-  }
+  placeOverlay(formaSub_, overlayPlace(f.Left, f.Top, f.Width, f.Height), f.Visible && shown, subShown_, "FormaSub");
 
   const FormaCCState& c = o.FormaCC;
   formaCC_->render(c);
-  const QRect ccRect = overlayPlace(c.Left, c.Top, c.Width, c.Height);
-  if (formaCC_->geometry() != ccRect) formaCC_->setGeometry(ccRect);
-  const bool ccVisible = c.Visible && shown;
-  if (ccVisible != ccShown_) {
-    ccShown_ = ccVisible;
-    showOverlay(formaCC_, ccVisible);
-    if (ccVisible) o.focus = "FormaCC";
-  }
+  placeOverlay(formaCC_, overlayPlace(c.Left, c.Top, c.Width, c.Height), c.Visible && shown, ccShown_, "FormaCC");
 
   // Text1 lies across the top of the picture; it rests off to the left.
   const Text1State& t = o.Text1;
@@ -424,6 +409,15 @@ void MainWindow::renderOverlays() {
   // An empty box would only hide the picture; its keys reach it through
   // the main window meanwhile.
   showOverlay(text1_, t.Visible && !t.Text.empty() && shown);
+}
+
+void MainWindow::placeOverlay(QWidget* overlay, const QRect& place, bool visible, bool& shownNow, const char* name) {
+  if (overlay->geometry() != place) overlay->setGeometry(place);
+  if (visible == shownNow) return;
+  shownNow = visible;
+  showOverlay(overlay, visible);
+  // An overlay that comes up takes the keys, as the operator expects.
+  if (visible) st_.view.overlays.focus = name;
 }
 
 void MainWindow::renderFocus() {

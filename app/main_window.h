@@ -98,6 +98,9 @@ class MainWindow : public QMainWindow {
   void renderOverlays();
   void renderFocus();
   void showOverlay(QWidget* overlay, bool visible);
+  // Moves an overlay to its place and shows or hides it when `visible`
+  // differs from `shownNow`; one that comes up takes the focus `name`.
+  void placeOverlay(QWidget* overlay, const QRect& place, bool visible, bool& shownNow, const char* name);
   void renderGeometry();
   void onFocusChanged(QWidget* now);
   void sendKey(QKeyEvent* e);

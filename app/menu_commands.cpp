@@ -34,11 +34,7 @@ namespace {
 
 // An option item that is its own check mark over one session flag.
 MenuCommand toggle(const char* item, bool Session::*flag) {
-  return [item, flag](Station& st) {
-    bool& f = st.s.*flag;
-    f = !f;
-    st.view.menu(item).checked = f;
-  };
+  return [item, flag](Station& st) { flipOption(st.view, item, st.s.*flag); };
 }
 
 // mnu_delay: the operator's reaction delay, 0 to 1 second.

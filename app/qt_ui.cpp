@@ -15,12 +15,6 @@
 
 namespace quillon {
 
-QString toQString(const u16& text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-u16 fromQString(const QString& text) { return u16(reinterpret_cast<const char16_t*>(text.utf16()), text.size()); }
-
 QString qtFileFilter(const u16& filter) {
   const QStringList parts = toQString(filter).split(u'|');
   QStringList out;

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include "app/qt_text.h"
 #include "core/ui.h"
 
 class QWidget;
@@ -15,9 +16,6 @@ namespace quillon {
 // "Media files|*.avi;*.mov|All files|*.*" as Qt writes it:
 // "Media files (*.avi *.mov);;All files (*.*)".
 QString qtFileFilter(const u16& filter);
-
-QString toQString(const u16& text);
-u16 fromQString(const QString& text);
 
 class QtUi : public UserInterface {
  public:

@@ -2,15 +2,11 @@
 // step with the number of captions.
 #include <benchmark/benchmark.h>
 
-#include <memory>
-
+#include "bench/support/bench_station.h"
 #include "captions/caption_checks.h"
 #include "captions/scc_export.h"
 #include "captions/ult_export.h"
-#include "core/scripted_ui.h"
-#include "core/station.h"
 #include "core/timecode.h"
-#include "script/memory_document.h"
 #include "script/tag_grammar.h"
 
 namespace quillon {
@@ -28,18 +24,11 @@ u16 captionScript(int count) {
   return out;
 }
 
-struct CaptionStation {
-  explicit CaptionStation(int count) : st(ui) {
-    st.doc = &docs;
-    st.s.g_fps = 30;
+struct CaptionStation : bench::BenchStation {
+  explicit CaptionStation(int count) : BenchStation(30) {
     installCaptionChecks(st);
-    auto d = std::make_unique<MemoryDocument>();
-    d->setText(captionScript(count));
-    docs.addDocument(std::move(d));
+    open(captionScript(count));
   }
-  ScriptedUi ui;
-  MemoryDocumentService docs;
-  Station st;
 };
 
 void BM_SccFromScript(benchmark::State& state) {

@@ -3,13 +3,9 @@
 // dialogs.
 #include <benchmark/benchmark.h>
 
-#include <memory>
-
-#include "core/scripted_ui.h"
-#include "core/station.h"
+#include "bench/support/bench_station.h"
 #include "dubbing/dub_to_sub.h"
 #include "dubbing/line_count.h"
-#include "script/memory_document.h"
 #include "script/tag_grammar.h"
 
 namespace {
@@ -37,27 +33,17 @@ u16 dubbingScript(int count) {
   return out;
 }
 
-struct BenchStation {
-  BenchStation() : st(ui) {
-    st.doc = &docs;
-    st.s.g_fps = kFps;
-    st.s.framePeriod = 1.0 / kFps;
-    doc = &docs.addDocument(std::make_unique<MemoryDocument>());
-  }
-  ScriptedUi ui;
-  MemoryDocumentService docs;
-  Station st;
-  MemoryDocument* doc;
-};
+using bench::BenchStation;
 
 template <class Command>
 void run(benchmark::State& state, Command command) {
   const int n = static_cast<int>(state.range(0));
-  BenchStation b;
+  BenchStation b(kFps);
+  MemoryDocument& doc = b.open();
   const u16 text = dubbingScript(n);
   for (auto _ : state) {
     state.PauseTiming();
-    b.doc->setText(text);
+    doc.setText(text);
     b.ui.boxes.clear();
     state.ResumeTiming();
     if (!command(b, n)) {

@@ -4,30 +4,15 @@
 
 #include <cstdio>
 #include <string>
-#include <unistd.h>
 
-#include "core/scripted_ui.h"
-#include "core/station.h"
+#include "bench/support/bench_station.h"
 #include "formats/stl_export.h"
-#include "script/memory_document.h"
 #include "script/tag_grammar.h"
 #include "subtitling/rule_checks.h"
 
 namespace {
 
 using namespace quillon;
-
-struct BenchStation {
-  BenchStation() : st(ui) {
-    st.doc = &docs;
-    st.s.g_fps = 25;
-    st.s.framePeriod = 1.0 / 25;
-    installSubtitleChecks(st);
-  }
-  ScriptedUi ui;
-  MemoryDocumentService docs;
-  Station st;
-};
 
 u16 timedScript(int count) {
   u16 out;
@@ -40,18 +25,12 @@ u16 timedScript(int count) {
   return out + u"SUB[\r";
 }
 
-std::string tempPath(const std::string& name) {
-  return "/tmp/quillon-bench-" + std::to_string(::getpid()) + "-" + name;
-}
-
 void BM_StlExport(benchmark::State& state) {
   const int n = static_cast<int>(state.range(0));
-  BenchStation b;
-  auto doc = std::make_unique<MemoryDocument>();
-  doc->setText(timedScript(n));
-  doc->name = u"Bench.txt";
-  b.docs.addDocument(std::move(doc));
-  const std::string path = tempPath("export.stl");
+  bench::BenchStation b(25);
+  installSubtitleChecks(b.st);
+  b.open(timedScript(n), u"Bench.txt");
+  const std::string path = bench::tempPath("export.stl");
   for (auto _ : state) {
     FormaSTL form;
     b.ui.savePaths.push_back(path);

@@ -10,10 +10,8 @@
 #include <cstdio>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
-#include "core/scripted_ui.h"
-#include "core/station.h"
+#include "bench/support/bench_station.h"
 #include "core/timecode.h"
 #include "formats/line_imports.h"
 #include "formats/merge.h"
@@ -30,22 +28,9 @@ using namespace quillon;
 
 constexpr int kFps = 25;
 
-struct BenchStation {
-  BenchStation() : st(ui) {
-    st.doc = &docs;
-    st.s.g_fps = kFps;
-    st.s.framePeriod = 1.0 / kFps;
-    installSubtitleChecks(st);
-  }
-  MemoryDocument& open(const u16& text, const char16_t* name = u"Bench.txt") {
-    auto doc = std::make_unique<MemoryDocument>();
-    doc->setText(text);
-    doc->name = name;
-    return docs.addDocument(std::move(doc));
-  }
-  ScriptedUi ui;
-  MemoryDocumentService docs;
-  Station st;
+// The rule checks on, as an import runs them.
+struct ImportStation : bench::BenchStation {
+  ImportStation() : BenchStation(kFps) { installSubtitleChecks(st); }
 };
 
 // Entry i (from 0) runs from 10 + 4i s for 3 s.
@@ -62,10 +47,6 @@ u16 timedScript(int count) {
     out += u"A subtitle with \u00e1cc\u00e9nts\rand its second line\u2026\r\r";
   }
   return out + u"SUB[\r";
-}
-
-std::string tempPath(const std::string& name) {
-  return "/tmp/quillon-bench-" + std::to_string(::getpid()) + "-" + name;
 }
 
 // Tags with times; the closing "SUB[" line is not one.
@@ -92,7 +73,7 @@ void runImport(benchmark::State& state, Prepare prepare, Read read) {
   long imported = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    auto b = std::make_unique<BenchStation>();
+    auto b = std::make_unique<ImportStation>();
     prepare(*b);
     state.ResumeTiming();
     imported = read(*b);
@@ -108,14 +89,14 @@ void runImport(benchmark::State& state, Prepare prepare, Read read) {
   state.SetItemsProcessed(state.iterations() * imported);
 }
 
-void newDocument(BenchStation& b) { b.docs.documentsAdd(); }
+void newDocument(ImportStation& b) { b.docs.documentsAdd(); }
 
 void EbuStlImport(benchmark::State& state) {
   const int n = static_cast<int>(state.range(0));
-  const std::string path = tempPath("import.stl");
+  const std::string path = bench::tempPath("import.stl");
   {
-    BenchStation b;
-    b.open(timedScript(n));
+    ImportStation b;
+    b.open(timedScript(n), u"Bench.txt");
     FormaSTL form;
     b.ui.savePaths.push_back(path);
     if (!mnuSubEbu(b.st, form) || !commandProximoSTL(b.st, form)) {
@@ -123,8 +104,8 @@ void EbuStlImport(benchmark::State& state) {
       return;
     }
   }
-  runImport(state, [](BenchStation&) {},
-            [&](BenchStation& b) {
+  runImport(state, [](ImportStation&) {},
+            [&](ImportStation& b) {
               if (!readEbuStl(b.st, path)) return 0L;
               return tagsWritten(state, *b.docs.active());
             });
@@ -138,7 +119,7 @@ void SubListImport(benchmark::State& state) {
     bytes += "{" + std::to_string(static_cast<int>(cueIn(i) * kFps)) + "}{" +
              std::to_string(static_cast<int>((cueIn(i) + 3) * kFps)) + "}A subtitle line|and its second line\r\n";
   bytes += "{0}{0}the last line is not read\r\n";
-  runImport(state, newDocument, [&](BenchStation& b) { return static_cast<long>(readSubList(b.st, bytes)); });
+  runImport(state, newDocument, [&](ImportStation& b) { return static_cast<long>(readSubList(b.st, bytes)); });
 }
 
 void Dos850ListImport(benchmark::State& state) {
@@ -151,7 +132,7 @@ void Dos850ListImport(benchmark::State& state) {
     head.resize(10, ' ');
     bytes += head + tc(cueIn(i)) + "    " + tc(cueIn(i) + 3) + "\r\nSe\xA4or \x82l\r\nsegunda l\xA1nea\r\n\r\n";
   }
-  runImport(state, newDocument, [&](BenchStation& b) { return static_cast<long>(readDos850List(b.st, bytes)); });
+  runImport(state, newDocument, [&](ImportStation& b) { return static_cast<long>(readDos850List(b.st, bytes)); });
 }
 
 std::string srtTime(double seconds) {
@@ -167,7 +148,7 @@ void SrtImport(benchmark::State& state) {
   for (int i = 0; i < n; ++i)
     bytes += std::to_string(i + 1) + "\r\n" + srtTime(cueIn(i) + 0.5) + " --> " + srtTime(cueIn(i) + 3.25) +
              "\r\nSubtitle with \xC3\xA1" "cc\xC3\xA9nts\r\nand its second line\r\n\r\n";
-  runImport(state, newDocument, [&](BenchStation& b) { return static_cast<long>(readSrt(b.st, bytes)); });
+  runImport(state, newDocument, [&](ImportStation& b) { return static_cast<long>(readSrt(b.st, bytes)); });
 }
 
 void DotSubImport(benchmark::State& state) {
@@ -182,7 +163,7 @@ void DotSubImport(benchmark::State& state) {
     bytes += (i % 3 == 0 ? "[\xB5rbol en cursiva\r\n" : "}\xB5rbol arriba\r\n") + std::string("segunda l\xA1nea\r\n") +
              dotted(cueIn(i)) + "\\" + dotted(cueIn(i) + 3) + "\r\n";
   bytes += "*End*\r\n";
-  runImport(state, newDocument, [&](BenchStation& b) { return static_cast<long>(readDotSubList(b.st, bytes)); });
+  runImport(state, newDocument, [&](ImportStation& b) { return static_cast<long>(readDotSubList(b.st, bytes)); });
 }
 
 
@@ -191,16 +172,16 @@ void UnicodeTextImport(benchmark::State& state) {
   const int n = static_cast<int>(state.range(0));
   u16 layout;
   {
-    BenchStation b;
-    b.open(timedScript(n));
+    ImportStation b;
+    b.open(timedScript(n), u"Bench.txt");
     if (!mnuSubUnitext(b.st)) {
       state.SkipWithError("the Unicode text export stopped");
       return;
     }
     layout = b.docs.active()->text();
   }
-  runImport(state, [&](BenchStation& b) { b.open(layout, u"Layout.txt"); },
-            [&](BenchStation& b) {
+  runImport(state, [&](ImportStation& b) { b.open(layout, u"Layout.txt"); },
+            [&](ImportStation& b) {
               if (!mnuSubImpunitxt(b.st)) return 0L;
               return tagsWritten(state, *b.docs.active());
             });
@@ -218,8 +199,8 @@ void TimingMerge(benchmark::State& state) {
     text += number + CR + u"A subtitle line" + CR + CR;
   }
   text += u16(static_cast<size_t>(n), CR);
-  runImport(state, [&](BenchStation& b) { b.open(timing, u"Timing.txt"); },
-            [&](BenchStation& b) {
+  runImport(state, [&](ImportStation& b) { b.open(timing, u"Timing.txt"); },
+            [&](ImportStation& b) {
               if (!cargarTiming(b.st)) return 0L;
               state.PauseTiming();
               MemoryDocument& doc = b.open(text, u"Text.txt");

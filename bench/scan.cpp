@@ -2,10 +2,8 @@
 // simulation starts with. The pairs show how the cost grows with the script.
 #include <benchmark/benchmark.h>
 
+#include "bench/support/bench_station.h"
 #include "bench/support/timed_script.h"
-#include "core/scripted_ui.h"
-#include "core/station.h"
-#include "script/memory_document.h"
 #include "script/tag_grammar.h"
 
 namespace {
@@ -15,14 +13,9 @@ using bench::timedScript;
 
 void BM_ScanSubtitles(benchmark::State& state) {
   const int n = static_cast<int>(state.range(0));
-  ScriptedUi ui;
-  MemoryDocumentService docs;
-  auto d = std::make_unique<MemoryDocument>();
-  d->setText(timedScript(n));
-  docs.addDocument(std::move(d));
-  Station st(ui);
-  st.doc = &docs;
-  st.s.g_fps = 25;
+  bench::BenchStation b(25);
+  b.open(timedScript(n));
+  Station& st = b.st;
   for (auto _ : state) {
     bool ok = scanSubtitles(st, ScanMode::WholeScript);
     benchmark::DoNotOptimize(ok);

@@ -5,13 +5,11 @@
 // simulation is left out of the timing.
 #include <benchmark/benchmark.h>
 
-#include "core/scripted_ui.h"
-#include "core/station.h"
-#include "core/timecode.h"
-#include "script/memory_document.h"
+#include "bench/support/bench_station.h"
+#include "bench/support/timed_script.h"
+#include "doubles/simulated_player.h"
 #include "script/tag_grammar.h"
 #include "simulation/simulate_blocks.h"
-#include "transport/simulated_player.h"
 #include "transport/video_commands.h"
 
 namespace {
@@ -20,25 +18,11 @@ using namespace quillon;
 
 constexpr double kTick = 0.033;
 
-// Two-line subtitles of 3 seconds with a 1-second gap, from 10 seconds on.
-u16 generatedScript(int count, int fps) {
-  u16 out;
-  out.reserve(static_cast<size_t>(count) * 90);
-  for (int i = 0; i < count; ++i) {
-    const double in = 10.0 + 4.0 * i;
-    out += subtitleTag(i % 10, u' ', u'N', in, in + 3, fps);
-    out += u"Line one of subtitle " + numberText(i + 1) + u"\rand its second line\r\r";
-  }
-  return out + u"\r\r";
-}
-
-struct BenchStation {
-  explicit BenchStation(int count) : st(ui), player([this] { return ui.clock; }) {
-    st.doc = &docs;
-    st.s.g_fps = 30;
-    st.s.framePeriod = 1.0 / 30;
-    doc = &docs.addDocument(std::make_unique<MemoryDocument>());
-    doc->setText(generatedScript(count, 30));
+// The timed script on a simulated player and clock, the main timer ticking
+// at each pump turn.
+struct PlayingStation : bench::BenchStation {
+  explicit PlayingStation(int count) : BenchStation(30), player([this] { return ui.clock; }) {
+    open(bench::timedScript(count, 30) + u"\r\r");
     const double duration = 10.0 + 4.0 * count + 5;
     player.fileDuration = duration;
     player.renderFile("bench.avi");
@@ -53,16 +37,12 @@ struct BenchStation {
     ui.pumpStep = kTick;
     ui.onPump = [this] { timer1Tick(st); };
   }
-  ScriptedUi ui;
-  MemoryDocumentService docs;
-  Station st;
   SimulatedPlayer player;
-  MemoryDocument* doc;
 };
 
 void simulate(benchmark::State& state, bool follow) {
   const int n = static_cast<int>(state.range(0));
-  BenchStation b(n);
+  PlayingStation b(n);
   b.st.s.followSimulation = follow;
   long pumps = 0;
   for (auto _ : state) {

@@ -3,10 +3,8 @@
 // both rate changes) and interleave repair. Items are subtitles.
 #include <benchmark/benchmark.h>
 
-#include "core/scripted_ui.h"
-#include "core/station.h"
-#include "core/timecode.h"
-#include "script/memory_document.h"
+#include "bench/support/bench_station.h"
+#include "bench/support/timed_script.h"
 #include "script/tag_grammar.h"
 #include "subtitling/editing_commands.h"
 #include "subtitling/retiming.h"
@@ -16,50 +14,30 @@ namespace {
 
 using namespace quillon;
 
-// Two-line subtitles of 3 seconds; `gap` seconds between them.
-u16 generatedScript(int count, int fps, double gap) {
-  u16 out;
-  out.reserve(static_cast<size_t>(count) * 90);
-  double in = 10;
-  for (int i = 0; i < count; ++i) {
-    out += subtitleTag(i % 10, u' ', u'N', in, in + 3, fps);
-    out += u"Line one of subtitle " + numberText(i + 1) + u"\rand its second line\r\r";
-    in += 3 + gap;
-  }
-  return out;
-}
+using bench::BenchStation;
 
-struct BenchStation {
-  explicit BenchStation(int fps) : st(ui) {
-    st.doc = &docs;
-    st.s.g_fps = static_cast<int16_t>(fps);
+// The rule checks on, with the usual parameters.
+struct CheckingStation : BenchStation {
+  explicit CheckingStation(int fps) : BenchStation(fps) {
     installSubtitleChecks(st);
     Session& s = st.s;
+    bench::useUsualParameters(s);
     s.readingSpeedCheck = true;
-    s.readingSpeed = 14;
     s.fastThreshold = 25;
     s.slowThreshold = 10;
-    s.minOnAir1 = 1;
-    s.maxOnAir = 6;
-    s.minInterleave = 2;
-    s.maxCharsRow = 32;
     s.inSituOffset = true;
-    doc = &docs.addDocument(std::make_unique<MemoryDocument>());
   }
-  ScriptedUi ui;
-  MemoryDocumentService docs;
-  Station st;
-  MemoryDocument* doc;
 };
 
 template <class Command>
 void run(benchmark::State& state, int fps, double gap, Command command) {
   const int n = static_cast<int>(state.range(0));
-  BenchStation b(fps);
-  const u16 text = generatedScript(n, fps, gap);
+  CheckingStation b(fps);
+  MemoryDocument& doc = b.open();
+  const u16 text = bench::timedScript(n, fps, gap);
   for (auto _ : state) {
     state.PauseTiming();
-    b.doc->setText(text);
+    doc.setText(text);
     b.ui.boxes.clear();
     state.ResumeTiming();
     command(b);
@@ -69,28 +47,28 @@ void run(benchmark::State& state, int fps, double gap, Command command) {
 }
 
 void ScanWithAllChecks(benchmark::State& state) {
-  run(state, 30, 1, [](BenchStation& b) { benchmark::DoNotOptimize(scanSubtitles(b.st, ScanMode::WholeScript)); });
+  run(state, 30, 1, [](CheckingStation& b) { benchmark::DoNotOptimize(scanSubtitles(b.st, ScanMode::WholeScript)); });
 }
 
 void OffsetInPlace(benchmark::State& state) {
-  run(state, 30, 1, [](BenchStation& b) {
+  run(state, 30, 1, [](CheckingStation& b) {
     b.ui.inputs = {u16(u"00:00:20:00")};
     mnu_tex_off(b.st);
   });
 }
 
 void PalToNtscInPlace(benchmark::State& state) {
-  run(state, 25, 1, [](BenchStation& b) { mnu_tex_PALtoNTSC(b.st); });
+  run(state, 25, 1, [](CheckingStation& b) { mnu_tex_PALtoNTSC(b.st); });
 }
 
 void NtscToPalInPlace(benchmark::State& state) {
-  run(state, 30, 1, [](BenchStation& b) { mnu_tex_NTSCtoPAL(b.st); });
+  run(state, 30, 1, [](CheckingStation& b) { mnu_tex_NTSCtoPAL(b.st); });
 }
 
 // Every subtitle follows the previous one by exactly the minimum interleave,
 // so every one is repaired.
 void InterleaveRepair(benchmark::State& state) {
-  run(state, 30, 2.0 / 30, [](BenchStation& b) { mnu_sub_changeinterleave(b.st); });
+  run(state, 30, 2.0 / 30, [](CheckingStation& b) { mnu_sub_changeinterleave(b.st); });
 }
 
 }  // namespace

@@ -10,13 +10,11 @@
 #include <ctime>
 #include <vector>
 
-#include "core/scripted_ui.h"
-#include "core/station.h"
+#include "bench/support/bench_station.h"
+#include "bench/support/timed_script.h"
 #include "core/timecode.h"
-#include "script/memory_document.h"
-#include "script/tag_grammar.h"
+#include "doubles/simulated_player.h"
 #include "subtitling/timing_loop.h"
-#include "transport/simulated_player.h"
 #include "transport/video_commands.h"
 
 namespace {
@@ -38,33 +36,21 @@ constexpr int kFps = 25;
 // `timed` subtitles already timed, then enough untimed two-line texts for
 // the hour.
 u16 sessionScript(int timed) {
-  u16 out;
   const int untimed = static_cast<int>(kSessionSeconds / (2 * kMarkEvery)) + 10;
-  out.reserve(static_cast<size_t>(timed + untimed) * 90);
-  for (int i = 0; i < timed; ++i) {
-    const double in = 4000.0 + 4.0 * i;  // behind the hour: the marks land clear of them
-    out += subtitleTag(i % 10, u' ', u'N', in, in + 3, kFps);
-    out += u"Line one of subtitle " + numberText(i + 1) + u"\rand its second line\r\r";
-  }
+  // Behind the hour: the marks land clear of them.
+  u16 out = bench::timedScript(timed, kFps, 1, 4000);
+  out.reserve(out.size() + static_cast<size_t>(untimed) * 40);
   for (int i = 0; i < untimed; ++i) out += u"Untimed text " + numberText(i + 1) + u"\rwith a second line\r\r";
   return out;
 }
 
-struct Session1h {
-  Session1h() : st(ui), player([this] { return ui.clock; }) {
-    st.doc = &docs;
+struct Session1h : bench::BenchStation {
+  Session1h() : BenchStation(kFps), player([this] { return ui.clock; }) {
     st.player = &player;
-    Session& s = st.s;
-    s.g_fps = kFps;
-    s.framePeriod = 1.0 / kFps;
-    s.readingSpeed = 14;
-    s.minOnAir1 = 1;
-    s.maxOnAir = 6;
-    s.minInterleave = 2;
-    s.maxCharsRow = 32;
-    s.delay = 0.3;
+    bench::useUsualParameters(st.s);
+    st.s.delay = 0.3;
     installTransport(st);
-    doc = &docs.addDocument(std::make_unique<MemoryDocument>());
+    doc = &open();
     ui.pumpStep = 0.033;
   }
 
@@ -100,9 +86,6 @@ struct Session1h {
     ui.onPump = nullptr;
   }
 
-  ScriptedUi ui;
-  MemoryDocumentService docs;
-  Station st;
   SimulatedPlayer player;
   MemoryDocument* doc = nullptr;
 };

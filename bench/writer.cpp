@@ -11,8 +11,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
+#include "doubles/scripted_ui.h"
 #include "script/tag_grammar.h"
 #include "script/writer/office_process.h"
 #include "script/writer/writer_document_service.h"

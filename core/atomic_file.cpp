@@ -65,12 +65,6 @@ WriteResult writeFile(const std::string& path, std::string_view bytes) {
   return {true, path, {}};
 }
 
-bool writeFileAtomically(const std::string& path, std::string_view bytes, std::string* error) {
-  WriteResult r = writeFile(path, bytes);
-  if (r.failed() && error) *error = r.message();
-  return r.written;
-}
-
 void tellWriteFailure(UserInterface& ui, const WriteResult& result) {
   critical(ui, u"Error: Cannot write " + fromUtf8(result.path) + u"\r" + fromUtf8(result.reason));
 }

@@ -24,12 +24,16 @@ struct WriteResult {
   // "cannot write PATH: reason"
   std::string message() const { return "cannot write " + path + ": " + reason; }
   explicit operator bool() const { return written; }
+  // For callers that answer with a flag: `written`, with `message()` in
+  // `error` on failure.
+  bool asFlag(std::string* error) const {
+    if (failed() && error) *error = message();
+    return written;
+  }
 };
 
+// On failure the target is untouched.
 WriteResult writeFile(const std::string& path, std::string_view bytes);
-// The same as a flag, with `message()` in `error` on failure; the target is
-// then untouched.
-bool writeFileAtomically(const std::string& path, std::string_view bytes, std::string* error = nullptr);
 
 // The operator's box for a failed write: the file and the reason.
 void tellWriteFailure(UserInterface& ui, const WriteResult& result);

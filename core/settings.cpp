@@ -35,6 +35,34 @@ std::string col(const std::string& line, size_t col1, size_t width) {
 bool flagAt(const std::string& line, size_t col1) { return col(line, col1, 1) == "T"; }
 double numberAt(const std::string& line, size_t col1, size_t width) { return leadingNumber(col(line, col1, width)); }
 
+// The line's flags, "T" or "F" a column each, and the check mark that shows
+// each one on the menus. Column 2, between the first two, is the audio track.
+struct FlagSetting {
+  bool Session::*field;
+  size_t column;
+  const char* menu;
+};
+constexpr FlagSetting kFlagSettings[] = {
+    {&Session::muteOn, 1, nullptr},
+    {&Session::dub_voz_on, 3, nullptr},
+    {&Session::dub_dialogos, 4, "mnu_dub_opc_dia"},
+    {&Session::actraGuidelines, 5, "mnu_herr_opt_ACTRA"},
+    {&Session::cueInOnly, 6, "mnu_dub_opc_inonly"},
+    {&Session::switchToWordProcessor, 7, "mnu_dub_opc_switch"},
+    {&Session::characterWindow, 8, "mnu_dub_opc_chr"},
+    {&Session::readingSpeedCheck, 9, "mnu_sub_opc_chk"},
+    {&Session::colourFeedback, 10, "mnu_sub_opc_col"},
+    {&Session::sequentialNumbering, 11, "mnu_sub_opc_seq"},
+    {&Session::minimiseSubtitleWindow, 12, "mnu_sub_opc_mtx"},
+    {&Session::jumpToNextBlock, 13, "mnu_sim_con"},
+    {&Session::inSituOffset, 14, "mnu_situ_off"},
+    {&Session::timecodeInClipboard, 15, "mnu_opc_tcclip"},
+    {&Session::followSimulation, 16, "mnu_sim_follow"},
+};
+
+// The line of the defaults, which a line that cannot be trusted reads as.
+const std::string kDefaultSettingsLine = "FRTFFFTTFFFFFTFT14002500320510.2501.0006.000.30";
+
 // "00" followed by the number's text, last two characters.
 std::string twoDigits(double v) {
   std::string t = "00" + toUtf8(numberText(v));
@@ -45,56 +73,16 @@ std::string twoDigits(double v) {
 
 void applySettingsLine(Session& s, const std::string& line) {
   if (line.empty() || (line[0] != 'T' && line[0] != 'F')) {
-    s.muteOn = false;
-    s.audioTrack = u'R';
-    s.dub_voz_on = true;
-    s.dub_dialogos = false;
-    s.actraGuidelines = false;
-    s.cueInOnly = false;
-    s.switchToWordProcessor = true;
-    s.characterWindow = true;
-    s.readingSpeedCheck = false;
-    s.colourFeedback = false;
-    s.sequentialNumbering = false;
-    s.minimiseSubtitleWindow = false;
-    s.jumpToNextBlock = false;
-    s.inSituOffset = true;
-    s.timecodeInClipboard = false;
-    s.followSimulation = true;
-    s.readingSpeed = 14;
-    s.minInterleave = 0;
-    s.fastThreshold = 25;
-    s.slowThreshold = 0;
-    s.maxCharsRow = 32;
-    s.footpedaljump = 5;
-    s.commPort = 1;
-    s.slowRate = 0.25;
-    s.minOnAir1 = 1.00;
-    s.maxOnAir = 6.00;
-    s.delay = 0.30;
+    applySettingsLine(s, kDefaultSettingsLine);
     return;
   }
-  s.muteOn = flagAt(line, 1);
+  for (const FlagSetting& f : kFlagSettings) s.*f.field = flagAt(line, f.column);
   std::string track = col(line, 2, 1);
   // "T"/"F" in column 2 is a line of the earlier layout.
   if (track == "T" || track == "F" || track.empty())
     s.audioTrack = u'R';
   else
     s.audioTrack = static_cast<unsigned char>(track[0]);
-  s.dub_voz_on = flagAt(line, 3);
-  s.dub_dialogos = flagAt(line, 4);
-  s.actraGuidelines = flagAt(line, 5);
-  s.cueInOnly = flagAt(line, 6);
-  s.switchToWordProcessor = flagAt(line, 7);
-  s.characterWindow = flagAt(line, 8);
-  s.readingSpeedCheck = flagAt(line, 9);
-  s.colourFeedback = flagAt(line, 10);
-  s.sequentialNumbering = flagAt(line, 11);
-  s.minimiseSubtitleWindow = flagAt(line, 12);
-  s.jumpToNextBlock = flagAt(line, 13);
-  s.inSituOffset = flagAt(line, 14);
-  s.timecodeInClipboard = flagAt(line, 15);
-  s.followSimulation = flagAt(line, 16);
   s.readingSpeed = numberAt(line, 17, 2);
   s.minInterleave = static_cast<int16_t>(numberAt(line, 19, 2));
   s.fastThreshold = numberAt(line, 21, 2);
@@ -110,22 +98,9 @@ void applySettingsLine(Session& s, const std::string& line) {
 
 std::string buildSettingsLine(const Session& s) {
   std::string l;
-  l += boolToTF(s.muteOn);
-  l += s.audioTrack > 0 && s.audioTrack < 128 ? static_cast<char>(s.audioTrack) : 'R';
-  l += boolToTF(s.dub_voz_on);
-  l += boolToTF(s.dub_dialogos);
-  l += boolToTF(s.actraGuidelines);
-  l += boolToTF(s.cueInOnly);
-  l += boolToTF(s.switchToWordProcessor);
-  l += boolToTF(s.characterWindow);
-  l += boolToTF(s.readingSpeedCheck);
-  l += boolToTF(s.colourFeedback);
-  l += boolToTF(s.sequentialNumbering);
-  l += boolToTF(s.minimiseSubtitleWindow);
-  l += boolToTF(s.jumpToNextBlock);
-  l += boolToTF(s.inSituOffset);
-  l += boolToTF(s.timecodeInClipboard);
-  l += boolToTF(s.followSimulation);
+  for (const FlagSetting& f : kFlagSettings) l += s.*f.field ? 'T' : 'F';
+  // The audio track goes between the first two flags.
+  l.insert(1, 1, s.audioTrack > 0 && s.audioTrack < 128 ? static_cast<char>(s.audioTrack) : 'R');
   l += twoDigits(s.readingSpeed);
   l += twoDigits(s.minInterleave);
   l += twoDigits(s.fastThreshold);
@@ -155,31 +130,15 @@ void iniciarvariables(Station& st) {
   s.minOnAir2 = 0;
   if (st.trackCommand) st.trackCommand(st, s.audioTrack);
 
-  v.menu("mnu_dub_opc_dia").checked = s.dub_dialogos;
-  v.menu("mnu_herr_opt_ACTRA").checked = s.actraGuidelines;
-  v.menu("mnu_dub_opc_inonly").checked = s.cueInOnly;
-  v.menu("mnu_dub_opc_switch").checked = s.switchToWordProcessor;
-  v.menu("mnu_dub_opc_chr").checked = s.characterWindow;
-  v.menu("mnu_sub_opc_chk").checked = s.readingSpeedCheck;
-  v.menu("mnu_sub_opc_col").checked = s.colourFeedback;
-  v.menu("mnu_sub_opc_seq").checked = s.sequentialNumbering;
-  v.menu("mnu_sub_opc_mtx").checked = s.minimiseSubtitleWindow;
-  v.menu("mnu_sim_con").checked = s.jumpToNextBlock;
-  v.menu("mnu_situ_off").checked = s.inSituOffset;
-  v.menu("mnu_opc_tcclip").checked = s.timecodeInClipboard;
-  v.menu("mnu_sim_follow").checked = s.followSimulation;
+  for (const FlagSetting& f : kFlagSettings)
+    if (f.menu) v.menu(f.menu).checked = s.*f.field;
   v.menu("mnu_sub_opc_dis").checked = false;
   s.checksDisabled = false;
 
-  v.panel(7).enabled = s.readingSpeedCheck;
-  v.panel(7).toolTip = s.readingSpeedCheck ? u"Reading speed check enabled." : u"Reading speed check disabled.";
-  v.panel(5).enabled = s.jumpToNextBlock;
-  v.panel(5).toolTip = s.jumpToNextBlock ? u"Jump option enabled." : u"Jump option disabled.";
-
-  u16 rs = formatNumber(s.readingSpeed, "00");
-  v.setPanel(3, rs, u"Reading speed = " + rs + u" characters per second.");
-  u16 mc = formatNumber(s.maxCharsRow, "00");
-  v.setPanel(4, mc, u"Max chars per line = " + mc);
+  showReadingSpeedCheckPanel(st);
+  showJumpPanel(st);
+  showReadingSpeedPanel(st);
+  showMaxCharsPanel(st);
 
   v.menu("mnu_cc").enabled = true;
   v.menu("mnu_cc_conv").enabled = true;
@@ -195,6 +154,28 @@ void iniciarvariables(Station& st) {
   s.sessionStartTime = st.ui.timeOfDay();
 }
 
+void showReadingSpeedPanel(Station& st) {
+  const u16 v = formatNumber(st.s.readingSpeed, "00");
+  st.view.setPanel(3, v, u"Reading speed = " + v + u" characters per second.");
+}
+
+void showMaxCharsPanel(Station& st) {
+  const u16 v = formatNumber(st.s.maxCharsRow, "00");
+  st.view.setPanel(4, v, u"Max chars per line = " + v);
+}
+
+void showJumpPanel(Station& st) {
+  StatusPanelState& p = st.view.panel(5);
+  p.enabled = st.s.jumpToNextBlock;
+  p.toolTip = st.s.jumpToNextBlock ? u"Jump option enabled." : u"Jump option disabled.";
+}
+
+void showReadingSpeedCheckPanel(Station& st) {
+  StatusPanelState& p = st.view.panel(7);
+  p.enabled = st.s.readingSpeedCheck;
+  p.toolTip = st.s.readingSpeedCheck ? u"Reading speed check enabled." : u"Reading speed check disabled.";
+}
+
 bool guardarDefaults(Station& st, const std::string& path, std::string* error) {
   st.s.g_settingsLine = buildSettingsLine(st.s);
   auto slash = path.rfind('/');
@@ -204,7 +185,7 @@ bool guardarDefaults(Station& st, const std::string& path, std::string* error) {
     for (size_t p = 1; p <= dir.size(); ++p)
       if (p == dir.size() || dir[p] == '/') ::mkdir(dir.substr(0, p).c_str(), 0755);
   }
-  return writeFileAtomically(path, st.s.g_settingsLine + "\n", error);
+  return writeFile(path, st.s.g_settingsLine + "\n").asFlag(error);
 }
 
 }  // namespace quillon

@@ -27,10 +27,16 @@ std::string buildSettingsLine(const Session& s);
 // panels set, the pedal port opened.
 void iniciarvariables(Station& st);
 
+// The status panels that show the options, with their tips: 3 the reading
+// speed, 4 the characters per row, 5 the jump option, 7 the reading speed
+// check.
+void showReadingSpeedPanel(Station& st);
+void showMaxCharsPanel(Station& st);
+void showJumpPanel(Station& st);
+void showReadingSpeedCheckPanel(Station& st);
+
 // Rebuilds the settings line and writes it atomically; false when the file
 // could not be written (the station says nothing then).
 bool guardarDefaults(Station& st, const std::string& path, std::string* error = nullptr);
-
-inline std::string boolToTF(bool f) { return f ? "T" : "F"; }
 
 }  // namespace quillon

@@ -17,8 +17,6 @@ class MediaPlayer;
 class PedalInput;
 class SerialPort;
 
-inline const u16 g_appTitle = u"QUILLON";
-
 struct Station {
   explicit Station(UserInterface& ui_) : ui(ui_) {}
 

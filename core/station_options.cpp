@@ -32,7 +32,7 @@ StationOptions readStationOptions(const std::string& path) {
 bool writeStationOptions(const std::string& path, const StationOptions& options, std::string* error) {
   std::string body;
   for (const auto& [key, value] : options) body += key + "=" + value + "\n";
-  return writeFileAtomically(path, body, error);
+  return writeFile(path, body).asFlag(error);
 }
 
 }  // namespace quillon

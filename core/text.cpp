@@ -241,6 +241,11 @@ u16 numberText(double value) {
   return fromLatin1(t);
 }
 
+u16 withoutParagraphMark(const u16& paragraph) {
+  if (!paragraph.empty() && paragraph.back() == CR) return paragraph.substr(0, paragraph.size() - 1);
+  return paragraph;
+}
+
 u16 trim(u16v s) {
   size_t a = 0, b = s.size();
   while (a < b && (s[a] == u' ' || s[a] == u'\t')) ++a;

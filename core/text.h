@@ -23,8 +23,6 @@ std::string toUtf8(u16v s);
 u16 fromUtf8(std::string_view s);
 // Plain ASCII/Latin-1 literal to UTF-16, byte for code unit.
 u16 fromLatin1(std::string_view s);
-// Shorthand for building messages from narrow literals.
-inline u16 U(std::string_view ascii) { return fromLatin1(ascii); }
 
 // 1-based substring helpers. Out-of-range requests give what there is.
 u16 left(u16v s, long n);
@@ -53,6 +51,9 @@ std::string formatNumber8(double value, std::string_view picture);
 // Number as plain text the way the station prints a stand-alone value: an
 // integer without decimals, otherwise the shortest exact decimal text.
 u16 numberText(double value);
+
+// A paragraph's text without its closing CR.
+u16 withoutParagraphMark(const u16& paragraph);
 
 u16 trim(u16v s);
 u16 replaceAll(u16v s, u16v from, u16v to);

@@ -1,12 +1,6 @@
 #include "core/ui.h"
 
-#include "core/scripted_ui.h"
-
 namespace quillon {
-
-namespace {
-const u16 kAppTitle = u"QUILLON";
-}
 
 Answer msgBox(UserInterface& ui, const u16& text, Buttons b, Icon i, int defaultButton) {
   MessageBoxRequest box;
@@ -14,80 +8,15 @@ Answer msgBox(UserInterface& ui, const u16& text, Buttons b, Icon i, int default
   box.buttons = b;
   box.icon = i;
   box.defaultButton = defaultButton;
-  box.title = kAppTitle;
+  box.title = g_appTitle;
   return ui.messageBox(box);
 }
 
-void sleepSeconds(UserInterface& ui, int seconds) {
+void waitSeconds(UserInterface& ui, int seconds) {
   // Compared with the time of day as it reads, so a wait that crosses
   // midnight runs on as the original clock did; callers keep waits short.
   double start = ui.timeOfDay();
   while (ui.timeOfDay() < start + seconds) ui.pumpEvents();
-}
-
-void waitSeconds(UserInterface& ui, int seconds) { sleepSeconds(ui, seconds); }
-
-Answer defaultAnswer(const MessageBoxRequest& box) {
-  auto pick = [&](Answer a, Answer b, Answer c = Answer::Cancel) {
-    if (box.defaultButton == 2) return b;
-    if (box.defaultButton == 3) return c;
-    return a;
-  };
-  switch (box.buttons) {
-    case Buttons::OK: return Answer::OK;
-    case Buttons::OKCancel: return pick(Answer::OK, Answer::Cancel);
-    case Buttons::YesNo: return pick(Answer::Yes, Answer::No);
-    case Buttons::YesNoCancel: return pick(Answer::Yes, Answer::No, Answer::Cancel);
-    case Buttons::RetryCancel: return pick(Answer::Retry, Answer::Cancel);
-    case Buttons::AbortRetryIgnore: return pick(Answer::Abort, Answer::Retry, Answer::Ignore);
-  }
-  return Answer::OK;
-}
-
-Answer ScriptedUi::messageBox(const MessageBoxRequest& box) {
-  Answer a = defaultAnswer(box);
-  if (!answers.empty()) {
-    a = answers.front();
-    answers.pop_front();
-  }
-  boxes.push_back({box, a});
-  return a;
-}
-
-std::optional<u16> ScriptedUi::inputBox(const u16& prompt, const u16&, const u16& defaultText) {
-  inputPrompts.push_back(prompt);
-  if (inputs.empty()) return defaultText;
-  auto v = inputs.front();
-  inputs.pop_front();
-  return v;
-}
-
-std::optional<std::string> ScriptedUi::openFileDialog(const FileDialogRequest& req) {
-  openRequests.push_back(req);
-  if (openPaths.empty()) return std::nullopt;
-  auto v = openPaths.front();
-  openPaths.pop_front();
-  return v;
-}
-
-std::optional<std::string> ScriptedUi::saveFileDialog(const FileDialogRequest& req) {
-  saveRequests.push_back(req);
-  if (savePaths.empty()) return std::nullopt;
-  auto v = savePaths.front();
-  savePaths.pop_front();
-  return v;
-}
-
-void ScriptedUi::pumpEvents() {
-  ++pumps;
-  clock += pumpStep;
-  if (onPump) onPump();
-}
-
-std::vector<u16> ScriptedUi::boxTexts() const {
-  std::vector<u16> out;
-  for (const auto& r : boxes) out.push_back(r.box.text);
-  return out;
 }
 
 }  // namespace quillon

@@ -11,6 +11,9 @@
 
 namespace quillon {
 
+// The application's title, on every message box and the main window.
+inline const u16 g_appTitle = u"QUILLON";
+
 enum class Buttons { OK, OKCancel, YesNo, YesNoCancel, RetryCancel, AbortRetryIgnore };
 enum class Icon { None, Critical, Question, Exclamation, Information };
 enum class Answer { OK, Cancel, Yes, No, Retry, Abort, Ignore };
@@ -21,7 +24,7 @@ struct MessageBoxRequest {
   Buttons buttons = Buttons::OK;
   Icon icon = Icon::None;
   int defaultButton = 1;  // 1-based among the buttons
-  u16 title;              // the application title unless a Part says otherwise
+  u16 title;              // g_appTitle unless a box names its own
 };
 
 struct FileDialogRequest {
@@ -59,9 +62,8 @@ Answer msgBox(UserInterface& ui, const u16& text, Buttons b = Buttons::OK, Icon 
 inline Answer critical(UserInterface& ui, const u16& text) { return msgBox(ui, text, Buttons::OK, Icon::Critical); }
 inline Answer warning(UserInterface& ui, const u16& text) { return msgBox(ui, text, Buttons::OK, Icon::Exclamation); }
 
-// Busy waits that keep the windows alive: pump once per pass until `seconds`
-// of the time of day have gone by.
-void sleepSeconds(UserInterface& ui, int seconds);
+// A busy wait that keeps the windows alive: pump once per pass until
+// `seconds` of the time of day have gone by.
 void waitSeconds(UserInterface& ui, int seconds);
 
 }  // namespace quillon

@@ -110,4 +110,11 @@ struct ViewState {
   }
 };
 
+// An option item that is its own check mark: `flag` flips and the item
+// `item` shows it.
+inline void flipOption(ViewState& v, std::string_view item, bool& flag) {
+  flag = !flag;
+  v.menu(item).checked = flag;
+}
+
 }  // namespace quillon

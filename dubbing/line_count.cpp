@@ -19,8 +19,6 @@ u16 tagName(const u16& para) {
   return at < para.size() ? para.substr(at) : u16();
 }
 
-u16 withoutMark(const u16& text) { return !text.empty() && text.back() == CR ? text.substr(0, text.size() - 1) : text; }
-
 }  // namespace
 
 double actraLines(long words, long characters) {
@@ -53,7 +51,7 @@ bool mnu_herr_lin(Station& st) {
       ++p;
       continue;
     }
-    const u16 name = tagName(withoutMark(d.text(tagRange)));
+    const u16 name = tagName(withoutParagraphMark(d.text(tagRange)));
     if (name.empty()) {
       ++p;
       continue;
@@ -70,13 +68,13 @@ bool mnu_herr_lin(Station& st) {
       const TextRange r = d.paragraph(p + 1);
       dialogText = d.text(r);
       if (s.actraGuidelines)
-        n = actraLines(d.computeStatistics(wdStatisticWords, r), static_cast<long>(withoutMark(dialogText).size()));
+        n = actraLines(d.computeStatistics(wdStatisticWords, r), static_cast<long>(withoutParagraphMark(dialogText).size()));
       else
         n = static_cast<double>(d.computeStatistics(wdStatisticLines, r));
     }
     lines[j] += n;
     total += n;
-    report += numberText(static_cast<double>(dialog)) + TAB + name + TAB + withoutMark(dialogText) + TAB +
+    report += numberText(static_cast<double>(dialog)) + TAB + name + TAB + withoutParagraphMark(dialogText) + TAB +
               formatNumber(n, "##.###") + CR;
     ++dialog;
     p += 2;

@@ -86,7 +86,7 @@ void personaje_nuevo(Station& st) {
   if (!answer || answer->empty()) return;
   const u16 name = *answer;
   if (checkforchar(st, name)) {
-    sleepSeconds(st.ui, 1);
+    waitSeconds(st.ui, 1);
     critical(st.ui, u"Error: Character already exists");
     return;
   }

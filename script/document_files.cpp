@@ -1,5 +1,6 @@
 #include "script/document_files.h"
 
+#include <cstdio>
 #include <ctime>
 #include <map>
 #include <sys/stat.h>
@@ -19,14 +20,6 @@ struct Format {
 std::map<std::string, Format>& formats() {
   static std::map<std::string, Format> f;
   return f;
-}
-
-u16 isoTime(time_t t) {
-  char buf[32];
-  struct tm tmv {};
-  localtime_r(&t, &tmv);
-  std::strftime(buf, sizeof buf, "%Y-%m-%d %H:%M:%S", &tmv);
-  return fromLatin1(buf);
 }
 
 }  // namespace
@@ -113,10 +106,19 @@ std::unique_ptr<MemoryDocument> loadPlainText(const std::string& path, std::stri
   auto doc = plainTextDocument(bytes);
   struct stat st {};
   if (stat(path.c_str(), &st) == 0) {
-    doc->builtinProperties.emplace_back(wdPropertyTimeCreated, isoTime(st.st_ctime < st.st_mtime ? st.st_ctime : st.st_mtime));
-    doc->builtinProperties.emplace_back(wdPropertyTimeLastSaved, isoTime(st.st_mtime));
+    doc->builtinProperties.emplace_back(wdPropertyTimeCreated, stationTime(st.st_ctime < st.st_mtime ? st.st_ctime : st.st_mtime));
+    doc->builtinProperties.emplace_back(wdPropertyTimeLastSaved, stationTime(st.st_mtime));
   }
   return doc;
+}
+
+u16 stationTime(time_t t) {
+  char buf[80];
+  struct tm tmv {};
+  localtime_r(&t, &tmv);
+  std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", tmv.tm_year + 1900, tmv.tm_mon + 1, tmv.tm_mday,
+                tmv.tm_hour, tmv.tm_min, tmv.tm_sec);
+  return fromLatin1(buf);
 }
 
 std::string plainTextBytes(const MemoryDocument& doc) {
@@ -127,7 +129,7 @@ std::string plainTextBytes(const MemoryDocument& doc) {
 }
 
 bool savePlainText(const MemoryDocument& doc, const std::string& path, std::string& error) {
-  return writeFileAtomically(path, plainTextBytes(doc), &error);
+  return writeFile(path, plainTextBytes(doc)).asFlag(&error);
 }
 
 }  // namespace quillon

@@ -3,6 +3,7 @@
 // and saver, so the logic libraries stay free of archive and XML code.
 #pragma once
 
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
@@ -30,6 +31,10 @@ std::unique_ptr<MemoryDocument> loadPlainText(const std::string& path, std::stri
 std::unique_ptr<MemoryDocument> plainTextDocument(std::string_view bytes);
 std::string plainTextBytes(const MemoryDocument& doc);
 bool savePlainText(const MemoryDocument& doc, const std::string& path, std::string& error);
+
+// A time as the station holds it in a document's properties: local time,
+// "YYYY-MM-DD HH:MM:SS".
+u16 stationTime(time_t t);
 
 bool isValidUtf8(std::string_view bytes);
 std::string fileExtension(const std::string& path);  // lower case, no dot

@@ -23,7 +23,15 @@ bool attachDocument(Station& st) {
 }
 
 namespace {
-bool selectionEquals(DocumentService& d, const u16& text) { return d.selection() == text; }
+
+// One find from the selection on; true when it selected the text.
+bool findAndSelect(DocumentService& d, const u16& findText) {
+  FindRequest f;
+  f.findText = findText;
+  d.execute(f);
+  return d.selection() == findText;
+}
+
 }  // namespace
 
 bool replaceInDocument(Station& st, const u16& findText, const u16& replaceText) {
@@ -35,25 +43,17 @@ bool replaceInDocument(Station& st, const u16& findText, const u16& replaceText)
   f.replace = ReplaceMode::One;
   d.execute(f);
   d.undoClear();
-  return selectionEquals(d, findText);
+  return d.selection() == findText;
 }
 
 bool findNext(Station& st, const u16& findText) {
-  DocumentService& d = *st.doc;
-  d.collapse();
-  FindRequest f;
-  f.findText = findText;
-  d.execute(f);
-  return selectionEquals(d, findText);
+  st.doc->collapse();
+  return findAndSelect(*st.doc, findText);
 }
 
 bool findFromTop(Station& st, const u16& findText) {
-  DocumentService& d = *st.doc;
-  d.selectAll();
-  FindRequest f;
-  f.findText = findText;
-  d.execute(f);
-  return selectionEquals(d, findText);
+  st.doc->selectAll();
+  return findAndSelect(*st.doc, findText);
 }
 
 u16 tcSearchPattern(const u16& tc) { return left(tc, 8) + u"^?" + right(tc, 2); }

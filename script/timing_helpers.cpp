@@ -40,9 +40,4 @@ double clampCueOut(const Session& s, double t) {
 
 double laterOf(double a, double b) { return a > b ? a : b; }
 
-u16 withoutParagraphMark(const u16& paragraph) {
-  if (!paragraph.empty() && paragraph.back() == CR) return paragraph.substr(0, paragraph.size() - 1);
-  return paragraph;
-}
-
 }  // namespace quillon

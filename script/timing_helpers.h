@@ -21,7 +21,4 @@ double clampCueOut(const Session& s, double t);
 // The greater of the two; `b` when they are equal.
 double laterOf(double a, double b);
 
-// A paragraph's text without its closing CR.
-u16 withoutParagraphMark(const u16& paragraph);
-
 }  // namespace quillon

@@ -1,7 +1,5 @@
 #include "script/timing_run.h"
 
-#include <array>
-
 #include "core/timecode.h"
 #include "script/timing_helpers.h"
 
@@ -10,10 +8,6 @@ namespace quillon {
 namespace {
 
 constexpr uint32_t kCueDue = 65280, kCueMarked = 255;
-
-// The menus a timing run or a simulation takes away from the operator.
-constexpr std::array<const char*, 7> kLockedMenus = {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub",
-                                                     "mnu_cc",   "mnu_herr",     "mnu_hlp"};
 
 void setWindowEnabled(ViewState& v, bool enabled) {
   v.toolbarEnabled = enabled;

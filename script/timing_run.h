@@ -3,11 +3,16 @@
 // the marking of one cue-in and cue-out.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "core/station.h"
 
 namespace quillon {
+
+// The menus a timing run or a simulation takes away from the operator.
+inline constexpr std::array<const char*, 7> kLockedMenus = {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub",
+                                                            "mnu_cc",   "mnu_herr",     "mnu_hlp"};
 
 // The coming text is grey until its cue-in, white while it is on.
 constexpr uint32_t kTextComing = 0xC0C0C0, kTextOn = 0xFFFFFF;

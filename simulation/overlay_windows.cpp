@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "core/timecode.h"
-#include "script/timing_tag.h"
+#include "subtitling/subtitle_overlay.h"
 #include "transport/video_commands.h"
 
 namespace quillon {
@@ -133,31 +133,12 @@ void timingPress(Station& st, int button) {
 
 // ---- FormaSub -------------------------------------------------------------
 
-void placeFormaSub(Station& st, bool twoLines, int position) {
-  FormaSubState& f = st.view.overlays.FormaSub;
-  const int top = st.view.overlays.mainTop + 4000 - position * 350;
-  f.Left = st.view.overlays.mainLeft + 60;
-  if (twoLines) {
-    f.Height = 700;
-    f.Top = top;
-  } else {
-    f.Height = 350;
-    f.Top = top + 250;
-  }
-}
-
-void applySubtitleStyle(OverlayLine& line1, OverlayLine& line2, char16_t style) {
-  if (style != u'N' && !italicFirstLine(style) && !italicSecondLine(style)) return;
-  line1.italic = italicFirstLine(style);
-  line2.italic = italicSecondLine(style);
-}
-
 void formaSubKeyDown(Station& st, int keyCode, int shift) {
   FormaSubState& f = st.view.overlays.FormaSub;
   f.Left = st.view.overlays.mainLeft + 60;
   OverlayTarget t{st.s.ultimaposenpantalla, 9, {&f.Line1, &f.Line2}, {&f.Line1}, {&f.Line2}};
   overlayKey(st, t, keyCode, shift);
-  placeFormaSub(st, !f.Line2.caption.empty(), st.s.ultimaposenpantalla);
+  placeSubtitleOverlay(st, !f.Line2.caption.empty(), st.s.ultimaposenpantalla);
   followEdit(st);
 }
 

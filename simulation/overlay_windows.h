@@ -23,14 +23,6 @@ inline constexpr int kLeftButton = 1, kRightButton = 2;
 
 // ---- FormaSub -------------------------------------------------------------
 
-// Places the subtitle overlay for one or two lines at vertical position
-// `position` (0 lowest, one step = 350 twips), left edge 60 twips into the
-// main window.
-void placeFormaSub(Station& st, bool twoLines, int position);
-// Sets both lines' italics by a style letter: N, I, 1 or 2. Any other letter
-// leaves them as they are.
-void applySubtitleStyle(OverlayLine& line1, OverlayLine& line2, char16_t style);
-
 void formaSubKeyDown(Station& st, int keyCode, int shift);
 // A press of any button on the window or on one of its lines.
 void formaSubMouseDown(Station& st, int button);

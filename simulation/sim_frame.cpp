@@ -2,6 +2,7 @@
 
 #include "core/media_player.h"
 #include "core/timecode.h"
+#include "transport/video_commands.h"
 
 namespace quillon {
 
@@ -10,8 +11,8 @@ MainWindowLock lockMainWindow(Station& st) {
   ViewState& v = st.view;
   v.slVideo.visible = false;
   v.toolbarVisible = false;
-  for (size_t m = 0; m < lock.kMenus.size(); ++m) {
-    MenuItemState& item = v.menu(lock.kMenus[m]);
+  for (size_t m = 0; m < kLockedMenus.size(); ++m) {
+    MenuItemState& item = v.menu(kLockedMenus[m]);
     lock.menuEnabled[m] = item.enabled;
     item.enabled = false;
   }
@@ -21,7 +22,7 @@ MainWindowLock lockMainWindow(Station& st) {
 void unlockMainWindow(Station& st, const MainWindowLock& lock) {
   ViewState& v = st.view;
   v.slVideo.visible = v.toolbarVisible = !st.s.fullscreenmode;
-  for (size_t m = 0; m < lock.kMenus.size(); ++m) v.menu(lock.kMenus[m]).enabled = lock.menuEnabled[m];
+  for (size_t m = 0; m < kLockedMenus.size(); ++m) v.menu(kLockedMenus[m]).enabled = lock.menuEnabled[m];
   v.overlays.focus = "slVideo";
   st.ui.setPointer(Pointer::Default);
 }
@@ -37,6 +38,28 @@ void waitForPosition(Station& st, double until, bool inclusive) {
     if (inclusive ? now > until : now >= until) break;
     st.ui.pumpEvents();
   }
+}
+
+void showText1(Station& st) {
+  OverlayState& ov = st.view.overlays;
+  ov.Text1.Left = 0;
+  ov.Text1.Visible = true;
+  ov.Text1.Alignment = kAlignCentre;
+  ov.focus = "Text1";
+}
+
+void hideText1(Station& st) {
+  Text1State& box = st.view.overlays.Text1;
+  box.Text.clear();
+  box.SelStart = box.SelLength = 0;
+  box.Left = -1000;
+  box.Visible = false;
+}
+
+void jumpLongGap(Station& st, int i) {
+  const Session& s = st.s;
+  const double cueIn = s.scan.cueIn[i];
+  if (s.g_dblPosActual + s.tcStart + 10.0 < cueIn && s.jumpToNextBlock) ira(st, transformadainversa(s, cueIn - 2.0));
 }
 
 void normalSpeed(Station& st) {

@@ -8,6 +8,7 @@
 #include "simulation/overlay_windows.h"
 #include "simulation/reading_speed_color.h"
 #include "simulation/sim_frame.h"
+#include "subtitling/subtitle_overlay.h"
 #include "transport/video_commands.h"
 #include "transport/video_menu.h"
 
@@ -33,9 +34,7 @@ void layOutSubtitle(Station& st, int i) {
   const ScanTable& t = s.scan;
   FormaSubState& f = st.view.overlays.FormaSub;
   applySubtitleStyle(f.Line1, f.Line2, t.styleChar[i]);
-  const char16_t align = t.alignChar[i];
-  const int alignment = align == u'L' ? kAlignLeft : align == u'R' ? kAlignRight : kAlignCentre;
-  f.Line1.alignment = f.Line2.alignment = alignment;
+  f.Line1.alignment = f.Line2.alignment = overlayAlignment(u16(1, t.alignChar[i]));
   const u16& text = t.text[i];
   const long len = static_cast<long>(text.size());
   const uint32_t colour = s.colourFeedback ? readingSpeedColor(s.readingSpeed, t.cueIn[i], t.cueOut[i], len) : kWhite;
@@ -44,26 +43,20 @@ void layOutSubtitle(Station& st, int i) {
   // A text shorter than its two trailing CRs cannot be cut; it shows as one line.
   const bool cutFails = len < 2;
   const long p = cutFails ? 0 : instr(left(text, len - 2), u"\r");
-  f.Left = st.view.overlays.mainLeft + 60;
-  const char16_t digit = t.posDigit[i];
-  // A position that is no digit leaves the window where it was.
-  const bool placeable = digit >= u'0' && digit <= u'9';
-  const int top = st.view.overlays.mainTop + 4000 - (digit - u'0') * 350;
-  if (p > 1 && !cutFails) {
+  const bool twoLines = p > 1 && !cutFails;
+  if (twoLines) {
     f.Line1.caption = left(text, p);
     f.Line2.caption = right(text, len - p);
-    if (placeable) {
-      f.Height = 700;
-      f.Top = top;
-    }
   } else {
     f.Line1.caption = text;
     f.Line2.caption.clear();
-    if (placeable) {
-      f.Height = 350;
-      f.Top = top + 250;
-    }
   }
+  const char16_t digit = t.posDigit[i];
+  // A position that is no digit leaves the window's height and top as they were.
+  if (digit >= u'0' && digit <= u'9')
+    placeSubtitleOverlay(st, twoLines, digit - u'0');
+  else
+    f.Left = st.view.overlays.mainLeft + 60;
   showSubtitleOverlay(st);
 }
 
@@ -147,10 +140,9 @@ int startSimulationRun(Station& st, SimulationStart start, double lead) {
 
 void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* renderer) {
   Session& s = st.s;
-  ViewState& v = st.view;
-  OverlayState& ov = v.overlays;
+  OverlayState& ov = st.view.overlays;
   const ScanTable& t = s.scan;
-  StatusPanelState& panel = v.panel(3);
+  StatusPanelState& panel = st.view.panel(3);
 
   normalSpeed(st);
   const MainWindowLock lock = lockMainWindow(st);
@@ -166,10 +158,7 @@ void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* rendere
     panel.text = u"Simulating...";
   }
   s.g_fsim = true;
-  ov.Text1.Left = 0;
-  ov.Text1.Visible = true;
-  ov.Text1.Alignment = kAlignCentre;
-  ov.focus = "Text1";
+  showText1(st);
   panel.text = u"Simulating...";
   ov.FormaSub.Line1.foreColor = ov.FormaSub.Line2.foreColor = kWhite;
   st.ui.setPointer(Pointer::Default);
@@ -184,9 +173,7 @@ void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* rendere
 
     for (; i <= count; ++i) {
       if (t.text[i].empty() || !s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;
-      // A gap of over ten seconds is jumped, leaving two seconds of run-in.
-      if (s.g_dblPosActual + s.tcStart + 10.0 < t.cueIn[i] && s.jumpToNextBlock)
-        ira(st, transformadainversa(s, t.cueIn[i] - 2.0));
+      jumpLongGap(st, i);
       if (s.followSimulation) findCueIn(st, SEGaTC(t.cueIn[i], st.fps()));
       const bool goOn = t.isSubtitle[i] ? playSubtitle(st, i) : playDubbingBlock(st, i);
       if (!goOn) break;
@@ -201,11 +188,8 @@ void simulateBlocks(Station& st, SimulationStart start, WysiwygRenderer* rendere
   s.g_fsim = false;
   // The same way back as Ctrl+F and Esc: menus, labels and the window's size.
   if (s.fullscreenmode) leaveFullScreen(st);
-  ov.Text1.Text.clear();
-  ov.Text1.SelStart = ov.Text1.SelLength = 0;
+  hideText1(st);
   ov.Text1.Alignment = kAlignLeft;
-  ov.Text1.Left = -1000;
-  ov.Text1.Visible = false;
   panel.text.clear();
   panel.enabled = true;
   FormaSubState& f = ov.FormaSub;

@@ -63,20 +63,16 @@ bool playCaption(Station& st, int i) {
 
 void simulateCaptions(Station& st, SimulationStart start) {
   Session& s = st.s;
-  ViewState& v = st.view;
-  OverlayState& ov = v.overlays;
+  OverlayState& ov = st.view.overlays;
   const ScanTable& t = s.scan;
-  StatusPanelState& panel = v.panel(3);
+  StatusPanelState& panel = st.view.panel(3);
 
   normalSpeed(st);
   s.g_fsim = true;
   const MainWindowLock lock = lockMainWindow(st);
   // The hourglass stays on for the whole of a caption simulation.
   st.ui.setPointer(Pointer::Hourglass);
-  ov.Text1.Left = 0;
-  ov.Text1.Visible = true;
-  ov.Text1.Alignment = kAlignCentre;
-  ov.focus = "Text1";
+  showText1(st);
   panel.text = u"CC Decoding...";
   clearRows(ov.FormaCC);
 
@@ -89,8 +85,7 @@ void simulateCaptions(Station& st, SimulationStart start) {
     for (; i <= count; ++i) {
       if (!s.g_fsim || !(s.videoDuration - 0.1 > s.g_dblPosActual)) break;
       if (s.followSimulation) findCueIn(st, SEGaTC(t.cueIn[i], st.fps()));
-      if (s.g_dblPosActual + s.tcStart + 10.0 < t.cueIn[i] && s.jumpToNextBlock)
-        ira(st, transformadainversa(s, t.cueIn[i] - 2.0));
+      jumpLongGap(st, i);
       // A caption more than a second late is not shown at all.
       if (!t.isSubtitle[i] || transformadaTCactual(s) - 1.0 > t.cueIn[i]) continue;
       if (!playCaption(st, i)) break;
@@ -103,10 +98,7 @@ void simulateCaptions(Station& st, SimulationStart start) {
   }
 
   s.g_fsim = false;
-  ov.Text1.Text.clear();
-  ov.Text1.SelStart = ov.Text1.SelLength = 0;
-  ov.Text1.Left = -1000;
-  ov.Text1.Visible = false;
+  hideText1(st);
   panel.text.clear();
   panel.enabled = true;
   for (OverlayLine* l : {&ov.FormaCC.Line1, &ov.FormaCC.Line2}) {

@@ -1,5 +1,7 @@
 #include "simulation/simulation_menus.h"
 
+#include "core/settings.h"
+
 #include "script/document_ops.h"
 #include "script/tag_grammar.h"
 #include "simulation/simulate_blocks.h"
@@ -34,42 +36,10 @@ void mnu_cc_sim_q(Station& st) {
 }
 
 void mnu_sim_con(Station& st) {
-  Session& s = st.s;
-  s.jumpToNextBlock = !s.jumpToNextBlock;
-  st.view.menu("mnu_sim_con").checked = s.jumpToNextBlock;
-  StatusPanelState& p = st.view.panel(5);
-  p.enabled = s.jumpToNextBlock;
-  p.toolTip = s.jumpToNextBlock ? u"Jump option enabled." : u"Jump option disabled.";
+  flipOption(st.view, "mnu_sim_con", st.s.jumpToNextBlock);
+  showJumpPanel(st);
 }
 
-void mnu_sim_follow(Station& st) {
-  st.s.followSimulation = !st.s.followSimulation;
-  st.view.menu("mnu_sim_follow").checked = st.s.followSimulation;
-}
-
-bool clickSimulationMenu(Station& st, std::string_view item) {
-  struct Entry {
-    std::string_view name;
-    void (*run)(Station&);
-  };
-  static constexpr Entry kItems[] = {
-      {"mnu_sim_d", mnu_sim_d},       {"mnu_sim_s", mnu_sim_s},       {"mnu_sim_q", mnu_sim_q},
-      {"mnu_cc_sim_d", mnu_cc_sim_d}, {"mnu_cc_sim_l", mnu_cc_sim_l}, {"mnu_cc_sim_q", mnu_cc_sim_q},
-      {"mnu_sim_con", mnu_sim_con},   {"mnu_sim_follow", mnu_sim_follow},
-  };
-  for (const Entry& e : kItems)
-    if (e.name == item) {
-      e.run(st);
-      return true;
-    }
-  return false;
-}
-
-void installSimulation(Station& st) {
-  auto before = std::move(st.clickMenu);
-  st.clickMenu = [before = std::move(before)](Station& station, std::string_view item) {
-    if (!clickSimulationMenu(station, item) && before) before(station, item);
-  };
-}
+void mnu_sim_follow(Station& st) { flipOption(st.view, "mnu_sim_follow", st.s.followSimulation); }
 
 }  // namespace quillon

@@ -19,12 +19,4 @@ void mnu_sim_con(Station& st);
 // "&Follow simulation in Word document": the cursor follows the simulation.
 void mnu_sim_follow(Station& st);
 
-// Runs the simulation menu item `item` ("mnu_sim_d", ...); false for a
-// name that is not one of them.
-bool clickSimulationMenu(Station& st, std::string_view item);
-
-// Puts the simulation items behind the station's menu-click hook (Ctrl+J
-// reaches the jump option that way), ahead of whatever it served before.
-void installSimulation(Station& st);
-
 }  // namespace quillon

@@ -1,5 +1,7 @@
 #include "subtitling/parameters.h"
 
+#include "core/settings.h"
+
 #include <cmath>
 #include <optional>
 
@@ -38,7 +40,7 @@ std::optional<double> typedWhole(const u16& typed, double lo, double hi) {
 
 // The input box with the current value; nullopt for an empty answer.
 std::optional<u16> ask(Station& st, const char* prompt, double current) {
-  auto a = st.ui.inputBox(U(prompt), g_appTitle, numberText(current));
+  auto a = st.ui.inputBox(fromLatin1(prompt), g_appTitle, numberText(current));
   if (!a || a->empty()) return std::nullopt;
   return a;
 }
@@ -82,16 +84,6 @@ void toggleFollow(Station& st, const char* item, const char* other) {
 }
 
 }  // namespace
-
-void showReadingSpeedPanel(Station& st) {
-  const u16 v = formatNumber(st.s.readingSpeed, "00");
-  st.view.setPanel(3, v, u"Reading speed = " + v + u" characters per second.");
-}
-
-void showMaxCharsPanel(Station& st) {
-  const u16 v = formatNumber(st.s.maxCharsRow, "00");
-  st.view.setPanel(4, v, u"Max chars per line = " + v);
-}
 
 int16_t overlayFontSizeFor(int maxChars) {
   if (maxChars >= 39) return 10;
@@ -144,9 +136,7 @@ void mnu_sub_par_seq(Station& st) {
 
 void mnu_sub_opc_chk(Station& st) {
   toggle(st, "mnu_sub_opc_chk", st.s.readingSpeedCheck);
-  auto& p = st.view.panel(7);
-  p.enabled = st.s.readingSpeedCheck;
-  p.toolTip = st.s.readingSpeedCheck ? u"Reading speed check enabled." : u"Reading speed check disabled.";
+  showReadingSpeedCheckPanel(st);
 }
 
 void mnu_sub_opc_dis(Station& st) { toggle(st, "mnu_sub_opc_dis", st.s.checksDisabled); }

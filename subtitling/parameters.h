@@ -30,9 +30,6 @@ void mnu_sub_opc_sim(Station& st);
 void mnu_dub_opc_sim(Station& st);
 void mnu_situ_off(Station& st);
 
-// Status panel 3 (reading speed) and 4 (characters per row) with their tips.
-void showReadingSpeedPanel(Station& st);
-void showMaxCharsPanel(Station& st);
 // Overlay font size for a row of `maxChars` characters.
 int16_t overlayFontSizeFor(int maxChars);
 

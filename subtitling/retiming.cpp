@@ -34,7 +34,7 @@ void changeRate(Station& st, int16_t from, int16_t to) {
 // Asks for a burnt-in timecode; false when the answer is empty or unreadable.
 bool askBurntIn(Station& st, const char* prompt, double& seconds) {
   st.s.g_fVideoRun = false;
-  auto answer = st.ui.inputBox(U(prompt), g_appTitle, u16());
+  auto answer = st.ui.inputBox(fromLatin1(prompt), g_appTitle, u16());
   if (!answer || answer->empty()) return false;
   seconds = TCaSEG(expandTypedTimecode(*answer), st.fps(), st.ui);
   return seconds > -1;

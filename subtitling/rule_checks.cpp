@@ -30,7 +30,7 @@ bool ask(Station& st, const u16& text, Icon icon, Cursor cursor, double in, doub
 
 u16 rowLimitHead(const Session& s, const char* where, const u16& tc) {
   return u"Error: Maximum number of characters per row (" + numberText(s.maxCharsRow) + u") exceeded in " +
-         U(where) + u" in [" + tc + u"]\r\r";
+         fromLatin1(where) + u" in [" + tc + u"]\r\r";
 }
 
 // Place (1-based) of the first CR of the text without its two closing CRs;

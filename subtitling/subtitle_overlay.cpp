@@ -1,5 +1,7 @@
 #include "subtitling/subtitle_overlay.h"
 
+#include "script/timing_tag.h"
+
 namespace quillon {
 
 void placeSubtitleOverlay(Station& st, bool twoLines, int position) {
@@ -20,6 +22,13 @@ char16_t tagAlignment(u16v letter) {
   if (letter == u"L") return u'L';
   if (letter == u"R") return u'R';
   return u' ';
+}
+
+void applySubtitleStyle(OverlayLine& line1, OverlayLine& line2, char16_t style) {
+  // A letter that is no style leaves the lines as they were.
+  if (style != u'N' && !italicFirstLine(style) && !italicSecondLine(style)) return;
+  line1.italic = italicFirstLine(style);
+  line2.italic = italicSecondLine(style);
 }
 
 char16_t styleFromOverlay(const FormaSubState& f, bool twoLines) {

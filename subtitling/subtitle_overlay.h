@@ -1,5 +1,6 @@
-// How the timing loop and the edit of one subtitle dress the subtitle
-// overlay: placement, alignment and the style letter its italics stand for.
+// How the timing loop, the edit of one subtitle and the simulation dress the
+// subtitle overlay: placement, alignment and the style letter its italics
+// stand for.
 #pragma once
 
 #include "core/station.h"
@@ -15,6 +16,9 @@ int overlayAlignment(u16v letter);
 // The tag's alignment character: L and R stand, anything else is a blank.
 char16_t tagAlignment(u16v letter);
 
+// Sets both lines' italics by a style letter: N, I, 1 or 2. Any other letter
+// leaves them as they are.
+void applySubtitleStyle(OverlayLine& line1, OverlayLine& line2, char16_t style);
 // The style letter the overlay's italics stand for: I, 1 (first line only),
 // 2 (second line only) or N. One line is only ever I or N.
 char16_t styleFromOverlay(const FormaSubState& f, bool twoLines);

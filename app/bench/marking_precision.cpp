@@ -34,10 +34,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include "app/desktop_station.h"
+#include "app/bench/bench_station.h"
 #include "app/overlay_windows.h"
 #include "core/timecode.h"
-#include "script/document_files.h"
 #include "transport/mpv/mpv_player.h"
 
 namespace {
@@ -90,15 +89,8 @@ void pressKey(Qt::Key key) {
 }
 
 void BM_MarkingPrecision(benchmark::State& state) {
-  const std::string video = std::string(QUILLON_SAMPLE_MEDIA_DIR) + "/pattern.mp4";
-  if (!std::filesystem::exists(video)) return state.SkipWithError("sample media not generated");
-  const bool display = std::getenv("DISPLAY") != nullptr;
-  if (!display) qputenv("QT_QPA_PLATFORM", "offscreen");
-  static int argc = 1;
-  static char name[] = "bench";
-  static char* argv[] = {name, nullptr};
-  static QApplication* app = new QApplication(argc, argv);
-  (void)app;
+  if (!std::filesystem::exists(bench::kPatternVideo)) return state.SkipWithError("sample media not generated");
+  const bool display = bench::startApplication();
   const std::string config = (std::filesystem::temp_directory_path() / "quillon-bench-marking").string();
   std::filesystem::create_directories(config);
   setenv("QUILLON_CONFIG_DIR", config.c_str(), 1);
@@ -110,15 +102,10 @@ void BM_MarkingPrecision(benchmark::State& state) {
   bool pictureMissing = false;
   double signedTotal = 0;
   for (auto _ : state) {
-    DesktopOptions o;
-    o.picture = display;
-    o.audioOutput = "null";
-    o.pedal = false;
-    o.scriptWindow = false;
+    DesktopOptions o = bench::benchOptions(display);
     o.quitApplication = false;
-    auto desk = std::make_unique<DesktopStation>(o);
-    desk->documents().addDocument(plainTextDocument(script()));
-    if (!desk->start(fromUtf8(video))) return state.SkipWithError("the sample video did not open");
+    auto desk = bench::stationOnPattern(o, script());
+    if (!desk) return state.SkipWithError("the sample video did not open");
     auto* player = dynamic_cast<MpvPlayer*>(desk->player());
     if (!player) return state.SkipWithError("the station is not on the mpv player");
     Station& st = desk->station();

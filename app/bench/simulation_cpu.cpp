@@ -8,18 +8,16 @@
 // when there is none: `xvfb-run -a bench_simulation_cpu` gives both.
 #include <sys/resource.h>
 
-#include <cstdlib>
-#include <memory>
+#include <cstdio>
+#include <string>
 
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QWidget>
 
 #include <benchmark/benchmark.h>
 
-#include "app/desktop_station.h"
-#include "script/document_files.h"
+#include "app/bench/bench_station.h"
 
 namespace {
 
@@ -51,24 +49,10 @@ std::string timedScript() {
 }
 
 void BM_SimulationProcessorShare(benchmark::State& state) {
-  const std::string video = std::string(QUILLON_SAMPLE_MEDIA_DIR) + "/pattern.mp4";
-  const bool display = std::getenv("DISPLAY") != nullptr;
-  if (!display) qputenv("QT_QPA_PLATFORM", "offscreen");
-  static int argc = 1;
-  static char name[] = "bench";
-  static char* argv[] = {name, nullptr};
-  static QApplication* app = new QApplication(argc, argv);
-  (void)app;
-
+  const bool display = quillon::bench::startApplication();
   for (auto _ : state) {
-    quillon::DesktopOptions o;
-    o.picture = display;
-    o.audioOutput = "null";
-    o.pedal = false;
-    o.scriptWindow = false;
-    auto desk = std::make_unique<quillon::DesktopStation>(o);
-    desk->documents().addDocument(quillon::plainTextDocument(timedScript()));
-    if (!desk->start(quillon::fromUtf8(video))) {
+    auto desk = quillon::bench::stationOnPattern(quillon::bench::benchOptions(display), timedScript());
+    if (!desk) {
       state.SkipWithError("the sample video did not open");
       return;
     }

@@ -10,18 +10,16 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "app/qt_text.h"
 #include "dubbing/roster.h"
 
 namespace quillon {
 
 namespace {
 
-QString qs(const u16& t) { return QString::fromUtf16(t.data(), static_cast<qsizetype>(t.size())); }
-u16 us(const QString& t) { return u16(reinterpret_cast<const char16_t*>(t.utf16()), static_cast<size_t>(t.size())); }
-
 void fillList(QListWidget* list, const Session::CharacterList& from) {
   QStringList names;
-  for (const auto& n : from.items) names << qs(n);
+  for (const auto& n : from.items) names << toQString(n);
   QStringList shown;
   for (int i = 0; i < list->count(); ++i) shown << list->item(i)->text();
   if (names != shown) {
@@ -148,7 +146,7 @@ FrmNewCharDialog::FrmNewCharDialog(Station& st, QWidget* parent) : QDialog(paren
 }
 
 void FrmNewCharDialog::create() {
-  frmNewCharCreate(st_, us(text1_->text()));
+  frmNewCharCreate(st_, fromQString(text1_->text()));
   text1_->clear();
   syncFromSession();
   if (afterCommand) afterCommand();

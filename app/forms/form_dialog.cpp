@@ -13,18 +13,17 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/qt_text.h"
+
 namespace quillon {
 
 namespace {
 
 constexpr int kPumpEveryMs = 30;
 
-QString qs(const u16& t) { return QString::fromUtf16(t.data(), static_cast<qsizetype>(t.size())); }
-u16 us(const QString& t) { return u16(reinterpret_cast<const char16_t*>(t.utf16()), static_cast<size_t>(t.size())); }
-
 // Controls the form shows without a caption of their own get a plain one.
 QString captionFor(const FormControl& c) {
-  if (!c.label.empty()) return qs(c.label);
+  if (!c.label.empty()) return toQString(c.label);
   static const std::map<std::string, QString> fallback = {{"ComboHorzAlign", "HorzAlign"},
                                                           {"TextXOffset", "XOffset"},
                                                           {"TextCommentArea", "Comment"},
@@ -38,25 +37,25 @@ bool isPositionBox(const std::string& name) { return name.rfind("Text_vpos", 0) 
 }  // namespace
 
 u16 widgetText(const QWidget* w) {
-  if (auto* e = qobject_cast<const QLineEdit*>(w)) return us(e->text());
-  if (auto* c = qobject_cast<const QComboBox*>(w)) return us(c->currentText());
+  if (auto* e = qobject_cast<const QLineEdit*>(w)) return fromQString(e->text());
+  if (auto* c = qobject_cast<const QComboBox*>(w)) return fromQString(c->currentText());
   if (auto* p = qobject_cast<const QPlainTextEdit*>(w)) {
     // A line break in a multi-line box is CR LF, as the form always held it.
     QString t = p->toPlainText();
     t.replace(QChar('\n'), QStringLiteral("\r\n"));
-    return us(t);
+    return fromQString(t);
   }
   return {};
 }
 
 void setWidgetText(QWidget* w, const u16& text) {
   if (auto* e = qobject_cast<QLineEdit*>(w)) {
-    e->setText(qs(text));
+    e->setText(toQString(text));
     e->setCursorPosition(0);
   } else if (auto* c = qobject_cast<QComboBox*>(w)) {
-    c->setCurrentText(qs(text));
+    c->setCurrentText(toQString(text));
   } else if (auto* p = qobject_cast<QPlainTextEdit*>(w)) {
-    QString t = qs(text);
+    QString t = toQString(text);
     t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     t.replace(QChar('\r'), QChar('\n'));
     p->setPlainText(t);
@@ -65,7 +64,7 @@ void setWidgetText(QWidget* w, const u16& text) {
 
 FormDialog::FormDialog(FormModel& model, std::function<bool()> press, bool modal, QWidget* parent)
     : QDialog(parent), model_(model), press_(std::move(press)) {
-  setWindowTitle(qs(model_.windowTitle));
+  setWindowTitle(toQString(model_.windowTitle));
   setModal(modal);
   build();
   model_.progressMoved = [this] { showProgress(); };
@@ -94,7 +93,7 @@ void FormDialog::build() {
       // A combo also takes typed text, which its code table judges, unless
       // its list is closed.
       combo->setEditable(!c.listOnly);
-      for (const auto& item : c.list) combo->addItem(qs(item));
+      for (const auto& item : c.list) combo->addItem(toQString(item));
       w = combo;
     } else if (c.multiLine) {
       auto* box = new QPlainTextEdit;
@@ -150,7 +149,7 @@ QWidget* FormDialog::control(const std::string& name) const {
 void FormDialog::loadFromModel() {
   for (const auto& c : model_.controls)
     if (QWidget* w = control(c.name)) setWidgetText(w, c.text);
-  proximo_->setText(qs(model_.commandCaption));
+  proximo_->setText(toQString(model_.commandCaption));
   proximo_->setDefault(model_.commandIsDefault);
   progress_->setMaximum(std::max(1, model_.progressMax));
   progress_->setValue(std::min(model_.progressValue, progress_->maximum()));

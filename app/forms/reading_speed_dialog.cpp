@@ -7,14 +7,14 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "app/qt_text.h"
 #include "core/timecode.h"
 #include "script/timing_helpers.h"
 
 namespace quillon {
 
 namespace {
-QString qs(const u16& t) { return QString::fromUtf16(t.data(), static_cast<qsizetype>(t.size())); }
-QString seconds(double v) { return qs(formatNumber(v, "0.00")); }
+QString seconds(double v) { return toQString(formatNumber(v, "0.00")); }
 }  // namespace
 
 ReadingSpeedDialog::ReadingSpeedDialog(Station& st, QWidget* parent) : QDialog(parent), st_(st) {
@@ -51,23 +51,23 @@ void ReadingSpeedDialog::refresh() {
   const Session& s = st_.s;
   const double speed = s.readingSpeed;
   const double fastCps = (s.fastThreshold / 100 + 1) * speed;
-  speed_->setText(tr("Reading speed: %1 characters per second").arg(qs(formatNumber(speed, "00"))));
+  speed_->setText(tr("Reading speed: %1 characters per second").arg(toQString(formatNumber(speed, "00"))));
   fast_->setText(tr("Too fast above %1 characters per second (%2% over)")
                      .arg(seconds(fastCps))
-                     .arg(qs(numberText(s.fastThreshold))));
+                     .arg(toQString(numberText(s.fastThreshold))));
   slow_->setText(s.slowThreshold == 0 ? tr("Slow subtitles are not checked")
                                       : tr("Too slow below %1 characters per second (%2% under)")
                                             .arg(seconds((1 - s.slowThreshold / 100) * speed))
-                                            .arg(qs(numberText(s.slowThreshold))));
+                                            .arg(toQString(numberText(s.slowThreshold))));
   limits_->setText(tr("On air from %1 to %2 seconds; %3 characters per row. Checks %4.")
-                       .arg(seconds(s.minOnAir1), seconds(s.maxOnAir), qs(numberText(s.maxCharsRow)),
+                       .arg(seconds(s.minOnAir1), seconds(s.maxOnAir), toQString(numberText(s.maxCharsRow)),
                             s.readingSpeedCheck ? tr("on") : tr("off")));
   // Two full rows and the line break between them.
   const int rows = std::max(1, 2 * s.maxCharsRow + 1);
   table_->setRowCount(rows);
   for (int chars = 1; chars <= rows; ++chars) {
     const double onAir = autoDuration(s, chars);
-    const QString cells[] = {QString::number(chars), seconds(onAir), qs(right(SEGaTC(onAir, st_.fps()), 5)),
+    const QString cells[] = {QString::number(chars), seconds(onAir), toQString(right(SEGaTC(onAir, st_.fps()), 5)),
                              seconds(fastCps > 0 ? chars / fastCps : 0)};
     for (int c = 0; c < 4; ++c) {
       auto* item = new QTableWidgetItem(cells[c]);

@@ -190,7 +190,7 @@ bool DocumentJournal::write(const std::vector<const MemoryDocument*>& docs) {
   }
   std::error_code ec;
   fs::create_directories(folder_, ec);
-  return writeFileAtomically(path(), journalBytes(docs));
+  return writeFile(path(), journalBytes(docs)).written;
 }
 
 void DocumentJournal::remove() {

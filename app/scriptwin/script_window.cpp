@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QTabWidget>
 
+#include "app/qt_text.h"
 #include "app/scriptwin/script_view.h"
 #include "script/document_files.h"
 #ifdef QUILLON_HAVE_DOCFILES
@@ -17,8 +18,6 @@ namespace quillon {
 namespace {
 
 constexpr int kJournalIntervalMs = 3000;
-
-QString qs(const u16& t) { return QString::fromUtf16(t.data(), static_cast<qsizetype>(t.size())); }
 
 const u16 kOpenFilter = u"Script documents (*.docx;*.odt;*.txt)|*.docx;*.odt;*.txt|All files (*.*)|*.*";
 const u16 kSaveFilter =
@@ -192,11 +191,11 @@ void ScriptWindow::syncWithService() {
 void ScriptWindow::refreshTitles() {
   for (int i = 0; i < tabs_->count(); ++i) {
     const MemoryDocument& d = view(i)->model();
-    tabs_->setTabText(i, qs(d.name) + (d.modified ? QStringLiteral(" *") : QString()));
-    tabs_->setTabToolTip(i, d.path.empty() ? qs(d.name) : QString::fromStdString(d.path));
+    tabs_->setTabText(i, toQString(d.name) + (d.modified ? QStringLiteral(" *") : QString()));
+    tabs_->setTabToolTip(i, d.path.empty() ? toQString(d.name) : QString::fromStdString(d.path));
   }
   const ScriptView* v = activeView();
-  setWindowTitle(v ? qs(v->model().name) + QStringLiteral(" - Quillon script") : QStringLiteral("Quillon script"));
+  setWindowTitle(v ? toQString(v->model().name) + QStringLiteral(" - Quillon script") : QStringLiteral("Quillon script"));
 }
 
 void ScriptWindow::onDocumentChanged() {

@@ -49,4 +49,11 @@ FuzzStation::~FuzzStation() { st.doc = nullptr; }
 
 MemoryDocument& FuzzStation::open(std::string_view bytes) { return docs.addDocument(plainTextDocument(bytes)); }
 
+ScanMode FuzzStation::scanMode(size_t inputSize, int modes) {
+  const auto mode = static_cast<ScanMode>((inputSize / 6) % static_cast<size_t>(modes));
+  if (mode == ScanMode::Selection) docs.selectAll();
+  if (mode == ScanMode::FromCurrentPosition) st.s.g_dblPosActual = 30.0;
+  return mode;
+}
+
 }  // namespace quillon::fuzz

@@ -71,13 +71,11 @@ std::unique_ptr<MemoryDocument> loadDocx(std::string_view bytes, std::string& pr
   docx::WordNames w = docx::wordNamesOf(main.xml);
   std::vector<pugi::xml_node> nodes;
   docx::collectParagraphs(main.xml.document_element().child(w.body.c_str()), w, nodes);
-  source.paragraphs.reserve(nodes.size());
-  for (pugi::xml_node p : nodes) source.paragraphs.push_back(docx::readParagraph(p, w, main.styles));
-  if (source.paragraphs.empty()) source.paragraphs.emplace_back();
-  auto doc = documentFrom(source.paragraphs);
-  if (!docx::readProperties(source.package, rootRels, *doc, problem)) return nullptr;
-  attachSource(*doc, std::move(source));
-  return doc;
+  return loadedDocument(
+      std::move(source), nodes, [&](pugi::xml_node p) { return docx::readParagraph(p, w, main.styles); },
+      [&](const ZipPackage& package, MemoryDocument& doc) {
+        return docx::readProperties(package, rootRels, doc, problem);
+      });
 }
 
 bool buildDocx(const MemoryDocument& doc, std::string& bytes, std::string& problem,

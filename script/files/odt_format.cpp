@@ -231,13 +231,9 @@ std::unique_ptr<MemoryDocument> loadOdt(std::string_view bytes, std::string& pro
   std::vector<pugi::xml_node> nodes;
   odt::collectParagraphs(parts.content.document_element().child(n.body.c_str()).child(n.officeText.c_str()), n,
                          nodes);
-  source.paragraphs.reserve(nodes.size());
-  for (pugi::xml_node p : nodes) source.paragraphs.push_back(odt::readParagraph(p, n, parts.styles));
-  if (source.paragraphs.empty()) source.paragraphs.emplace_back();
-  auto doc = documentFrom(source.paragraphs);
-  if (!readMeta(source.package, *doc, problem)) return nullptr;
-  attachSource(*doc, std::move(source));
-  return doc;
+  return loadedDocument(
+      std::move(source), nodes, [&](pugi::xml_node p) { return odt::readParagraph(p, n, parts.styles); },
+      [&](const ZipPackage& package, MemoryDocument& doc) { return readMeta(package, doc, problem); });
 }
 
 bool buildOdt(const MemoryDocument& doc, std::string& bytes, std::string& problem,

@@ -49,7 +49,7 @@ bool saveOfficeFile(const MemoryDocument& doc, const std::string& path, std::str
     error = "cannot write " + path + ": the file built did not read back the same";
     return false;
   }
-  return writeFileAtomically(path, bytes, &error);
+  return writeFile(path, bytes).asFlag(&error);
 }
 
 }  // namespace docfiles

@@ -56,6 +56,19 @@ const OfficeSource* sourceOf(const MemoryDocument& doc, OfficeKind kind) {
   return s->kind == kind ? s : nullptr;
 }
 
+std::unique_ptr<MemoryDocument> loadedDocument(
+    OfficeSource source, const std::vector<pugi::xml_node>& nodes,
+    const std::function<ParagraphText(pugi::xml_node)>& readParagraph,
+    const std::function<bool(const ZipPackage& package, MemoryDocument& doc)>& readProperties) {
+  source.paragraphs.reserve(nodes.size());
+  for (pugi::xml_node p : nodes) source.paragraphs.push_back(readParagraph(p));
+  if (source.paragraphs.empty()) source.paragraphs.emplace_back();
+  auto doc = documentFrom(source.paragraphs);
+  if (!readProperties(source.package, *doc)) return nullptr;
+  attachSource(*doc, std::move(source));
+  return doc;
+}
+
 std::unique_ptr<MemoryDocument> documentFrom(const std::vector<ParagraphText>& paragraphs) {
   u16 text;
   std::vector<uint8_t> flags;
@@ -90,15 +103,6 @@ std::unique_ptr<MemoryDocument> documentFrom(const std::vector<ParagraphText>& p
 void appendFileText(ParagraphText& p, u16v text, bool italic) {
   for (char16_t c : text) p.text += (c == u'\r' || c == u'\n') ? u' ' : c;
   p.italic.insert(p.italic.end(), text.size(), italic ? 1 : 0);
-}
-
-u16 stationTime(time_t t) {
-  char buf[80];
-  struct tm tmv {};
-  localtime_r(&t, &tmv);
-  std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", tmv.tm_year + 1900, tmv.tm_mon + 1, tmv.tm_mday,
-                tmv.tm_hour, tmv.tm_min, tmv.tm_sec);
-  return fromLatin1(buf);
 }
 
 std::optional<time_t> parseStationTime(u16v text) {

@@ -4,13 +4,16 @@
 #pragma once
 
 #include <ctime>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
 #include "script/files/paragraph_match.h"
 #include "script/files/zip_package.h"
+#include "script/document_files.h"
 #include "script/memory_document.h"
 
 namespace quillon::docfiles {
@@ -31,14 +34,22 @@ const OfficeSource* sourceOf(const MemoryDocument& doc, OfficeKind kind);
 // A memory document holding `paragraphs`, at least one.
 std::unique_ptr<MemoryDocument> documentFrom(const std::vector<ParagraphText>& paragraphs);
 
+// The document a file loads as: the paragraphs read from the body's
+// paragraph elements `nodes` (one empty one when there are none), its
+// properties read from the package, and `source` with those paragraphs kept
+// on it for the save. Null when the properties cannot be read.
+std::unique_ptr<MemoryDocument> loadedDocument(
+    OfficeSource source, const std::vector<pugi::xml_node>& nodes,
+    const std::function<ParagraphText(pugi::xml_node)>& readParagraph,
+    const std::function<bool(const ZipPackage& package, MemoryDocument& doc)>& readProperties);
+
 // Paragraph text taken from a file: marks the document would read as
 // paragraph ends become spaces.
 void appendFileText(ParagraphText& p, u16v text, bool italic);
 
-// Property times. The station holds local time as "YYYY-MM-DD HH:MM:SS".
+// Property times. The station holds local time as stationTime writes it.
 // A file time with a zone (Z or +hh:mm) is converted to local time; one
 // without is taken as local time already.
-u16 stationTime(time_t t);
 std::optional<time_t> parseStationTime(u16v text);
 u16 stationTimeFromFile(const std::string& text);  // empty when unreadable
 std::string utcFileTime(time_t t);                 // 2024-01-02T03:04:05Z

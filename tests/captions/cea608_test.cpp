@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "captions/cea608.h"
-#include "core/scripted_ui.h"
+#include "doubles/scripted_ui.h"
 
 namespace quillon {
 namespace {

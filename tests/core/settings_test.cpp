@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/scripted_ui.h"
 #include "core/settings.h"
 #include "core/station_options.h"
 #include "core/station.h"
+#include "doubles/scripted_ui.h"
 #include "support/station_fixture.h"
 
 namespace quillon {

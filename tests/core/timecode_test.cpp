@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "core/scripted_ui.h"
 #include "core/session.h"
 #include "core/timecode.h"
 #include "core/view_state.h"
+#include "doubles/scripted_ui.h"
 
 namespace quillon {
 namespace {

@@ -1,15 +1,15 @@
 #include <gtest/gtest.h>
 
-#include "core/scripted_ui.h"
+#include "doubles/scripted_ui.h"
 
 namespace quillon {
 namespace {
 
-TEST(EventPumpWaits, SleepPumpsUntilTheClockHasMoved) {
+TEST(EventPumpWaits, WaitPumpsUntilTheClockHasMoved) {
   ScriptedUi ui;
   ui.pumpStep = 0.25;
   double start = ui.timeOfDay();
-  sleepSeconds(ui, 2);
+  waitSeconds(ui, 2);
   EXPECT_EQ(ui.pumps, 8);
   EXPECT_GE(ui.timeOfDay(), start + 2);
   waitSeconds(ui, 0);

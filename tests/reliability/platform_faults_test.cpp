@@ -127,7 +127,7 @@ TEST(PlayerFaults, APlayerDyingInATimingRunEndsItAsTheVideoEndKeepingTheTags) {
 }
 
 u16 timedSubtitle(const char* in, const char* out, const char* text) {
-  return u"SUB[0 N " + U(in) + u">" + U(out) + u"]\r" + U(text) + u"\r\r";
+  return u"SUB[0 N " + fromLatin1(in) + u">" + fromLatin1(out) + u"]\r" + fromLatin1(text) + u"\r\r";
 }
 
 TEST(PlayerFaults, APlayerDyingInASimulationClosesItAndTheNextOneRuns) {

@@ -9,7 +9,7 @@
 
 #include "app/scriptwin/script_view.h"
 #include "app/scriptwin/script_window.h"
-#include "core/scripted_ui.h"
+#include "doubles/scripted_ui.h"
 #include "support/station_fixture.h"
 
 namespace quillon::testing {

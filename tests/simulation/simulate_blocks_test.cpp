@@ -180,17 +180,6 @@ TEST(SimulationOptions, JumpOptionShowsInPanelFive) {
   EXPECT_EQ(rig.st().view.panels[5].toolTip, u"Jump option disabled.");
 }
 
-TEST(SimulationOptions, MenuClickHookReachesTheSimulationItemsAndPassesOthersOn) {
-  SimRig rig;
-  std::vector<std::string> passed;
-  rig.st().clickMenu = [&](Station&, std::string_view item) { passed.emplace_back(item); };
-  installSimulation(rig.st());
-  rig.st().clickMenu(rig.st(), "mnu_sim_follow");
-  rig.st().clickMenu(rig.st(), "mnu_sub_ebu");
-  EXPECT_TRUE(rig.s().followSimulation);
-  EXPECT_EQ(passed, std::vector<std::string>{"mnu_sub_ebu"});
-}
-
 TEST(SimulationOptions, FollowMovesTheDocumentCursorToEachTag) {
   SimRig rig;
   rig.t.open(subTag(u'0', u' ', u'N', 1.0, 2.0) + u"One\n\n" + subTag(u'0', u' ', u'N', 3.0, 4.0) + u"Two\n\n\n\n");

@@ -58,7 +58,7 @@ TEST_F(Parameters, EachParameterKeepsItsRangeAndResetValue) {
     answer(c.typed);
     c.command(t.st);
     EXPECT_EQ(c.value(t.st.s), c.expected) << toUtf8(c.typed);
-    if (c.prompt) EXPECT_EQ(t.ui.inputPrompts.back(), U(c.prompt));
+    if (c.prompt) EXPECT_EQ(t.ui.inputPrompts.back(), fromLatin1(c.prompt));
   }
 }
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "core/timecode.h"
+#include "doubles/simulated_player.h"
 #include "support/station_fixture.h"
-#include "transport/simulated_player.h"
 #include "transport/video_commands.h"
 
 namespace quillon::testing {

@@ -26,7 +26,7 @@ struct SubtitlingStation : TestStation {
 
 // One timed block: the tag, the text lines, the empty paragraph.
 inline u16 block(const char* in, const char* out, const char* lines) {
-  return u"SUB[0 N " + U(in) + u">" + U(out) + u"]\r" + U(lines) + u"\r\r";
+  return u"SUB[0 N " + fromLatin1(in) + u">" + fromLatin1(out) + u"]\r" + fromLatin1(lines) + u"\r\r";
 }
 
 }  // namespace quillon::testing

@@ -11,7 +11,7 @@ using testing::PlayingStation;
 using testing::windowRestored;
 
 u16 timed(const char* in, const char* out, const char* text) {
-  return u"SUB[0 N " + U(in) + u">" + U(out) + u"]\r" + U(text) + u"\r\r";
+  return u"SUB[0 N " + fromLatin1(in) + u">" + fromLatin1(out) + u"]\r" + fromLatin1(text) + u"\r\r";
 }
 
 // Untimed texts between two subtitles already timed at 1-3 s and 12-14 s.

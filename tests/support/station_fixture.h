@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "core/scripted_ui.h"
 #include "core/station.h"
+#include "doubles/scripted_ui.h"
 #include "script/memory_document.h"
 
 namespace quillon::testing {

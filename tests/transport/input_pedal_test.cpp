@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/scripted_pedal_input.h"
+#include "doubles/scripted_pedal_input.h"
 #include "transport/transport_fixture.h"
 
 namespace quillon {

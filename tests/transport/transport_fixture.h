@@ -6,9 +6,9 @@
 #include <functional>
 #include <string>
 
-#include "core/scripted_serial_port.h"
+#include "doubles/scripted_serial_port.h"
+#include "doubles/simulated_player.h"
 #include "support/station_fixture.h"
-#include "transport/simulated_player.h"
 #include "transport/timers.h"
 #include "transport/video_commands.h"
 #include "transport/video_open.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "doubles/simulated_player.h"
 #include "support/station_fixture.h"
-#include "transport/simulated_player.h"
 #include "transport/video_commands.h"
 
 namespace quillon {

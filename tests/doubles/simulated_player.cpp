@@ -1,4 +1,4 @@
-#include "transport/simulated_player.h"
+#include "doubles/simulated_player.h"
 
 #include <algorithm>
 
