@@ -2,6 +2,8 @@
 // installed and a small writer of timed blocks.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 #include "core/text.h"
@@ -27,6 +29,17 @@ struct SubtitlingStation : TestStation {
 // One timed block: the tag, the text lines, the empty paragraph.
 inline u16 block(const char* in, const char* out, const char* lines) {
   return u"SUB[0 N " + fromLatin1(in) + u">" + fromLatin1(out) + u"]\r" + fromLatin1(lines) + u"\r\r";
+}
+
+// The golden files show each paragraph mark as a new line.
+inline std::string lines(u16 text) {
+  if (text.find(u'\n') != u16::npos) ADD_FAILURE() << "a line feed would read as a paragraph mark";
+  for (auto& c : text)
+    if (c == CR) c = u'\n';
+  return toUtf8(text);
+}
+inline std::string golden(const std::string& name) {
+  return readFile(QUILLON_SOURCE_DIR "/tests/subtitling/golden/" + name);
 }
 
 }  // namespace quillon::testing
