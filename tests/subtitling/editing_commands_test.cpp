@@ -17,27 +17,32 @@ struct Editing : ::testing::Test {
 
 TEST_F(Editing, NextAndPreviousLeaveTheCursorInFrontOfATag) {
   t.open(u"Intro\n" + text);
-  cursor(0);
-  mnu_sub_next(t.st);
-  EXPECT_EQ(t.docs.selectionRange().start, at(u"SUB[0 N 00:00:01"));
-  mnu_sub_next(t.st);
-  EXPECT_EQ(t.docs.selectionRange().start, at(u"SUB[0 N 00:00:04"));
-  mnu_sub_prev(t.st);  // one paragraph back, then forward: the same tag
-  EXPECT_EQ(t.docs.selectionRange().start, at(u"SUB[0 N 00:00:04"));
-  cursor(at(u"Three"));
-  mnu_sub_prev(t.st);
-  EXPECT_EQ(t.docs.selectionRange().start, at(u"SUB[0 N 00:00:07"));
-  // From the last tag nothing lies ahead: the cursor stays behind it.
-  mnu_sub_next(t.st);
-  EXPECT_EQ(t.docs.selectionRange(), (TextRange{at(u"Three"), at(u"Three")}));
+  const struct {
+    void (*command)(Station&);
+    const char16_t* from;
+    const char16_t* to;
+  } moves[] = {
+      {mnu_sub_next, u"Intro", u"SUB[0 N 00:00:01"},
+      {mnu_sub_next, nullptr, u"SUB[0 N 00:00:04"},
+      {mnu_sub_prev, nullptr, u"SUB[0 N 00:00:04"},  // one paragraph back, then forward: the same tag
+      {mnu_sub_prev, u"Three", u"SUB[0 N 00:00:07"},
+      {mnu_sub_next, nullptr, u"Three"},  // from the last tag: behind it
+  };
+  for (const auto& m : moves) {
+    if (m.from) cursor(at(m.from));
+    m.command(t.st);
+    EXPECT_EQ(t.docs.selectionRange(), (TextRange{at(m.to), at(m.to)})) << toUtf8(m.to);
+  }
 }
 
-TEST_F(Editing, EditHandsTheTagUnderTheCursorToTheTimingEditor) {
+TEST_F(Editing, EditHandsTheTagUnderTheCursorToTheTimingEditorOrEndsOnAFailedScan) {
   std::vector<int> edited;
+  int ended = 0;
   t.st.editSubtitle = [&](Station& st, int i) {
     EXPECT_FALSE(st.s.checksDisabled);
     edited.push_back(i);
   };
+  t.st.endProgram = [&](Station&) { ++ended; };
   t.open(text + block("00:00:02:00", "00:00:02:10", "Out of order"));
   cursor(at(u"SUB[0 N 00:00:04") + 5);
   mnu_sub_edit(t.st);
@@ -45,16 +50,11 @@ TEST_F(Editing, EditHandsTheTagUnderTheCursorToTheTimingEditor) {
   mnu_sub_edit(t.st);  // text, not a tag
   EXPECT_EQ(edited, std::vector<int>{2});
   EXPECT_TRUE(t.boxes().empty());  // the checks were off for its scan
-}
-
-TEST_F(Editing, EditEndsTheProgramWhenTheScanFails) {
-  int ended = 0;
-  t.st.endProgram = [&](Station&) { ++ended; };
-  t.st.editSubtitle = [&](Station&, int) { ADD_FAILURE(); };
   t.open(u"SUB[0 N 00:00:01:00-00:00:03:00]\nBroken\n\n");
   cursor(0);
   mnu_sub_edit(t.st);
   EXPECT_EQ(ended, 1);
+  EXPECT_EQ(edited.size(), 1u);
 }
 
 TEST_F(Editing, UndoRemovesTheLastTagAndGoesBackTwoSeconds) {
@@ -76,21 +76,20 @@ TEST_F(Editing, UndoRemovesTheLastTagAndGoesBackTwoSeconds) {
   EXPECT_EQ(seeks, std::vector<double>{2});
 }
 
-TEST_F(Editing, MergeJoinsTheSelectedSubtitlesFromFirstCueInToLastCueOut) {
+// Merged from the first cue-in to the last cue-out; a single tag loses its
+// cue-out; nothing selected, nothing merged.
+TEST_F(Editing, MergeJoinsTheSelectedSubtitles) {
   t.open(text);
   t.docs.select({at(u"SUB[0 N 00:00:01"), at(u"Three")});
   mnu_sub_merge(t.st);
   EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:09:00]\rOne\rTwo\rlines\rThree\r\r");
-}
-
-TEST_F(Editing, MergeOfASingleTagLosesItsCueOut) {
   t.open(text);
   t.docs.select({0, at(u"SUB[0 N 00:00:04")});
   mnu_sub_merge(t.st);
   EXPECT_EQ(left(t.content(), 25), u"SUB[0 N 00:00:01:00>]\rOne");
   cursor(0);
   const u16 before = t.content();
-  mnu_sub_merge(t.st);  // no selection: nothing to merge
+  mnu_sub_merge(t.st);
   EXPECT_EQ(t.content(), before);
 }
 
@@ -118,8 +117,6 @@ TEST_F(Editing, InterleaveRepairLeavesOneFrameMoreThanTheMinimum) {
   EXPECT_FALSE(t.st.s.checksDisabled);
   EXPECT_FALSE(t.st.s.g_fVideoRun);
   EXPECT_EQ(t.st.s.scan.cueIn[2], 3 + 2.0 / 30);  // the table keeps what it read
-  EXPECT_EQ(t.ui.pointer, Pointer::Default);
-
   t.st.s.minInterleave = 0;
   t.open(tight);
   mnu_sub_changeinterleave(t.st);
@@ -134,14 +131,12 @@ TEST_F(Editing, HideTimecodesWalksTheTagsOneByOne) {
                                          u"Timecode es SUB[0 N 00:00:07:00>00:00:09:00]"}));
   EXPECT_EQ(t.docs.selectionRange(), t.docs.paragraph(1));
   EXPECT_TRUE(t.st.view.panel(3).text.empty());
-  EXPECT_EQ(t.ui.pointer, Pointer::Default);
 }
 
 TEST_F(Editing, TimecodeOnTheClipboardIsAShortDubbingTag) {
   t.st.view.LabTimecode.caption = u"00:01:02:03";
   t.ui.clip = u"old";
   mnu_opc_tcclip(t.st);
-  EXPECT_TRUE(t.st.s.timecodeInClipboard);
   EXPECT_TRUE(t.st.view.menu("mnu_opc_tcclip").checked);
   EXPECT_EQ(t.ui.clip, u"DUB[00:01:02:03]\t");
   mnu_opc_tcclip(t.st);

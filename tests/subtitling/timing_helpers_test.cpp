@@ -6,27 +6,11 @@
 namespace quillon::testing {
 namespace {
 
-struct TimingHelpers : ::testing::Test {
+TEST(TimingHelpers, AutoDurationFollowsTheTextWithinTheOnAirLimits) {
   Session s;
-  void SetUp() override {
-    s.g_fps = 30;
-    s.readingSpeed = 10;
-    s.minOnAir1 = 1;
-    s.maxOnAir = 6;
-    s.minInterleave = 3;
-  }
-  void table(std::initializer_list<std::pair<double, double>> entries) {
-    int i = 1;
-    for (auto [in, out] : entries) {
-      s.scan.cueIn[i] = in;
-      s.scan.cueOut[i] = out;
-      ++i;
-    }
-    s.scan.subtitleCount = i - 1;
-  }
-};
-
-TEST_F(TimingHelpers, AutoDurationFollowsTheTextWithinTheOnAirLimits) {
+  s.readingSpeed = 10;
+  s.minOnAir1 = 1;
+  s.maxOnAir = 6;
   EXPECT_DOUBLE_EQ(autoDuration(s, 30), 3);
   EXPECT_DOUBLE_EQ(autoDuration(s, 100), 6);
   EXPECT_DOUBLE_EQ(autoDuration(s, 4), 1);
@@ -34,30 +18,31 @@ TEST_F(TimingHelpers, AutoDurationFollowsTheTextWithinTheOnAirLimits) {
   EXPECT_DOUBLE_EQ(autoDuration(s, 100), 7);
 }
 
-TEST_F(TimingHelpers, CueInInsideASubtitleIsPushedPastItsCueOut) {
-  table({{1, 3}, {5, 8}});
-  const double clear = 4.0 / 30;  // interleave and one frame
-  EXPECT_DOUBLE_EQ(clampCueIn(s, 2), 3 + clear);
-  EXPECT_DOUBLE_EQ(clampCueIn(s, 6), 8 + clear);
-  EXPECT_DOUBLE_EQ(clampCueIn(s, 4), 4);
-  EXPECT_DOUBLE_EQ(clampCueIn(s, 1), 1);  // on the edge is not inside
-  EXPECT_DOUBLE_EQ(clampCueIn(s, 3), 3);
-}
-
-TEST_F(TimingHelpers, ASingleTimedSubtitleLimitsNothing) {
-  table({{1, 3}});
-  EXPECT_DOUBLE_EQ(clampCueIn(s, 2), 2);
-  EXPECT_DOUBLE_EQ(clampCueOut(s, 2), 2);
-}
-
-TEST_F(TimingHelpers, CueOutRunningIntoTheNextSubtitleIsPulledBack) {
-  table({{1, 3}, {5, 8}, {10, 12}});
-  const double limit = 5 - 4.0 / 30;
-  EXPECT_DOUBLE_EQ(clampCueOut(s, 6), limit);
-  EXPECT_DOUBLE_EQ(clampCueOut(s, 4.99), limit);
-  EXPECT_DOUBLE_EQ(clampCueOut(s, 4.5), 4.5);
-  EXPECT_DOUBLE_EQ(clampCueOut(s, 2), 2);    // before every cue-out
-  EXPECT_DOUBLE_EQ(clampCueOut(s, 13), 13);  // behind every cue-out
+// A cue-in inside a timed subtitle goes behind its cue-out, a cue-out running
+// into the next subtitle is pulled back before it, each by the interleave
+// and one frame; the edges are not inside, and one subtitle limits nothing.
+TEST(TimingHelpers, MarksAreKeptClearOfTheTimedSubtitles) {
+  const double clear = 4.0 / 30;
+  const struct {
+    int count;
+    double (*clamp)(const Session&, double);
+    double mark, expected;
+  } cases[] = {
+      {2, clampCueIn, 2, 3 + clear}, {2, clampCueIn, 6, 8 + clear}, {2, clampCueIn, 4, 4},
+      {2, clampCueIn, 1, 1},         {2, clampCueIn, 3, 3},         {1, clampCueIn, 2, 2},
+      {1, clampCueOut, 2, 2},        {3, clampCueOut, 6, 5 - clear}, {3, clampCueOut, 4.99, 5 - clear},
+      {3, clampCueOut, 4.5, 4.5},    {3, clampCueOut, 2, 2},        {3, clampCueOut, 13, 13},
+  };
+  for (const auto& c : cases) {
+    Session s;
+    s.g_fps = 30;
+    s.minInterleave = 3;
+    const double in[] = {0, 1, 5, 10}, out[] = {0, 3, 8, 12};
+    std::copy(in, in + 4, s.scan.cueIn.begin());
+    std::copy(out, out + 4, s.scan.cueOut.begin());
+    s.scan.subtitleCount = c.count;
+    EXPECT_DOUBLE_EQ(c.clamp(s, c.mark), c.expected) << c.count << " subtitles, mark " << c.mark;
+  }
 }
 
 }  // namespace
