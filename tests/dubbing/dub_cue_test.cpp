@@ -30,7 +30,9 @@ struct DubSession {
 struct DubCue : ::testing::Test, DubSession {};
 
 TEST_F(DubCue, LongTagCarriesVoiceTimesLessDelayAndName) {
+  st.s.switchToWordProcessor = true;  // the document comes forward: the video waits
   insertar_dub(st, u"ANA");
+  EXPECT_EQ(resumed, 0);
   EXPECT_EQ(ts.content(), u"DUB[0 N 00:00:09:21>00:00:12:06] ANA\rFirst line\rSecond line\r\rThird line\r");
   EXPECT_EQ(st.s.roster.vozactual, 1);
   EXPECT_EQ(st.s.blockIn, 0);
@@ -64,18 +66,11 @@ TEST(DubCueTag, OptionsShapeTheTag) {
   }
 }
 
-TEST_F(DubCue, WithoutThePickingFormTheCursorMovesOnTwoParagraphs) {
+TEST_F(DubCue, WithoutThePickingFormTheCursorMovesOnTwoParagraphsAndTheVideoResumes) {
   st.s.characterWindow = false;
-  insertar_dub(st, u"ANA");
-  EXPECT_EQ(ts.docs.selection(), u"\r");  // the empty paragraph after the two lines
-}
-
-TEST_F(DubCue, VideoResumesUnlessTheDocumentComesForward) {
-  st.s.switchToWordProcessor = true;
-  insertar_dub(st, u"ANA");
-  EXPECT_EQ(resumed, 0);
   st.s.switchToWordProcessor = false;
   insertar_dub(st, u"ANA");
+  EXPECT_EQ(ts.docs.selection(), u"\r");  // the empty paragraph after the two lines
   EXPECT_EQ(resumed, 1);
 }
 
