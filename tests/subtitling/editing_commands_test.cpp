@@ -57,80 +57,44 @@ TEST_F(Editing, EditHandsTheTagUnderTheCursorToTheTimingEditorOrEndsOnAFailedSca
   EXPECT_EQ(edited.size(), 1u);
 }
 
-TEST_F(Editing, UndoRemovesTheLastTagAndGoesBackTwoSeconds) {
-  Session& s = t.st.s;
-  std::vector<double> seeks;
-  t.st.ira = [&](Station&, double p) { seeks.push_back(p); };
-  s.videoFile = u"video";
-  s.videoDuration = 100;
-  s.tcEnd = 100;
-  t.open(text);
-  mnu_undo(t.st);  // nothing taken yet
-  EXPECT_EQ(t.content(), text);
-  s.tagUndo[1] = u"SUB[0 N 00:00:04:00>00:00:06:00]\r";
-  s.tagUndoCount = 1;
-  mnu_undo(t.st);
-  EXPECT_EQ(t.content(), block("00:00:01:00", "00:00:03:00", "One") + u"Two\rlines\r\r" +
-                             block("00:00:07:00", "00:00:09:00", "Three"));
-  EXPECT_EQ(s.tagUndoCount, 0);
-  EXPECT_EQ(seeks, std::vector<double>{2});
-}
-
-// Merged from the first cue-in to the last cue-out; a single tag loses its
-// cue-out; nothing selected, nothing merged.
-TEST_F(Editing, MergeJoinsTheSelectedSubtitles) {
-  t.open(text);
-  t.docs.select({at(u"SUB[0 N 00:00:01"), at(u"Three")});
-  mnu_sub_merge(t.st);
-  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:09:00]\rOne\rTwo\rlines\rThree\r\r");
-  t.open(text);
-  t.docs.select({0, at(u"SUB[0 N 00:00:04")});
-  mnu_sub_merge(t.st);
-  EXPECT_EQ(left(t.content(), 25), u"SUB[0 N 00:00:01:00>]\rOne");
-  cursor(0);
-  const u16 before = t.content();
-  mnu_sub_merge(t.st);
-  EXPECT_EQ(t.content(), before);
-}
-
-TEST_F(Editing, DeleteTimingOnlyRenamesTheFirstTagInTheSelection) {
-  t.open(text);
-  t.docs.select({0, t.docs.length()});
-  mnu_sub_deltiming(t.st);
-  EXPECT_EQ(left(t.content(), 9), u"JOJO[0 N ");
-  EXPECT_EQ(t.boxes(), std::vector<u16>{u"luego de Execute"});
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
-}
-
-TEST_F(Editing, InterleaveRepairLeavesOneFrameMoreThanTheMinimum) {
-  t.st.s.minInterleave = 2;
-  t.st.s.g_fVideoRun = true;
+// Merge (from the first cue-in to the last cue-out; a single tag loses its
+// cue-out), delete timing (only the first tag, renamed), the interleave
+// repair (one frame more than the minimum) and hiding the timecodes (a box
+// per tag). What each leaves is in golden/editing_commands.txt.
+TEST(EditingCommands, EachCommandOnItsSelection) {
+  const u16 three = block("00:00:01:00", "00:00:03:00", "One") + block("00:00:04:00", "00:00:06:00", "Two\rlines") +
+                    block("00:00:07:00", "00:00:09:00", "Three");
   const u16 tight = block("00:00:01:00", "00:00:03:00", "One") + block("00:00:03:02", "00:00:05:00", "Two") +
                     block("00:00:05:03", "00:00:07:00", "Three") + block("00:00:06:00", "00:00:08:00", "Four") +
                     u"DUB[\r";
-  t.open(tight);
-  mnu_sub_changeinterleave(t.st);
-  EXPECT_EQ(t.content(), block("00:00:01:00", "00:00:03:00", "One") + block("00:00:03:03", "00:00:05:00", "Two") +
-                             block("00:00:05:03", "00:00:07:00", "Three") +
-                             block("00:00:07:03", "00:00:08:00", "Four") + u"DUB[\r");
-  EXPECT_TRUE(t.boxes().empty());
-  EXPECT_FALSE(t.st.s.checksDisabled);
-  EXPECT_FALSE(t.st.s.g_fVideoRun);
-  EXPECT_EQ(t.st.s.scan.cueIn[2], 3 + 2.0 / 30);  // the table keeps what it read
-  t.st.s.minInterleave = 0;
-  t.open(tight);
-  mnu_sub_changeinterleave(t.st);
-  EXPECT_EQ(t.content(), tight);
-}
-
-TEST_F(Editing, HideTimecodesWalksTheTagsOneByOne) {
-  t.open(text);
-  mnu_opc_hideTC(t.st);
-  EXPECT_EQ(t.boxes(), (std::vector<u16>{u"Timecode es SUB[0 N 00:00:01:00>00:00:03:00]",
-                                         u"Timecode es SUB[0 N 00:00:04:00>00:00:06:00]",
-                                         u"Timecode es SUB[0 N 00:00:07:00>00:00:09:00]"}));
-  EXPECT_EQ(t.docs.selectionRange(), t.docs.paragraph(1));
-  EXPECT_TRUE(t.st.view.panel(3).text.empty());
+  const struct {
+    const char* name;
+    void (*command)(Station&);
+    const u16& script;
+    long from, to;  // the selection; -1: the script's end
+    int interleave = 0;
+  } cases[] = {
+      {"merge of three", mnu_sub_merge, three, 0, 115},
+      {"merge of one", mnu_sub_merge, three, 0, 38},
+      {"merge of nothing", mnu_sub_merge, three, 0, 0},
+      {"delete timing", mnu_sub_deltiming, three, 0, -1},
+      {"interleave repair", mnu_sub_changeinterleave, tight, 0, 0, 2},
+      {"interleave repair without a minimum", mnu_sub_changeinterleave, tight, 0, 0},
+      {"hide timecodes", mnu_opc_hideTC, three, 0, 0},
+  };
+  u16 transcript;
+  for (const auto& c : cases) {
+    SubtitlingStation t;
+    t.st.s.minInterleave = static_cast<int16_t>(c.interleave);
+    t.st.s.g_fVideoRun = true;
+    t.open(c.script);
+    t.docs.select({c.from, c.to < 0 ? t.docs.length() : c.to});
+    c.command(t.st);
+    transcript += leftBy(c.name, t);
+    EXPECT_FALSE(t.st.s.checksDisabled) << c.name;
+    EXPECT_EQ(t.ui.pointer, Pointer::Default) << c.name;
+  }
+  EXPECT_EQ(lines(transcript), golden("subtitling/golden/editing_commands.txt"));
 }
 
 TEST_F(Editing, TimecodeOnTheClipboardIsAShortDubbingTag) {

@@ -66,7 +66,7 @@ TEST(Retiming, CommandsRewriteTheTagsInPlaceOrIntoANewDocument) {
     t.docs.activate(0);
     EXPECT_EQ(t.content(), before);
   }
-  EXPECT_EQ(lines(transcript), golden("retiming.txt"));
+  EXPECT_EQ(lines(transcript), golden("subtitling/golden/retiming.txt"));
 }
 
 TEST(Retiming, AnUnreadableOffsetChangesNothing) {
@@ -96,8 +96,6 @@ TEST(Retiming, BurntInTimecodeSetsTheWindowFromThePosition) {
   EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter burnt-in timecode (in point)...");
   EXPECT_DOUBLE_EQ(s.tcStart, 3590);
   EXPECT_DOUBLE_EQ(s.tcEnd, 4190);
-  EXPECT_EQ(t.st.view.LabCom.caption, u"00:59:50:00");
-  EXPECT_EQ(t.st.view.LabDur.caption, u"01:09:50:00");
   EXPECT_EQ(t.st.view.LabTimecode.caption, u"01:00:00:00");
 
   t.ui.inputs = {u16(u"01100012")};

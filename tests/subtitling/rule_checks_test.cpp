@@ -108,7 +108,7 @@ TEST(RuleChecks, EachRuleAsksAtItsLimitAndTheAnswerDecides) {
       EXPECT_EQ(t.ui.pointer, Pointer::Default);
     }
   }
-  EXPECT_EQ(lines(transcript), golden("rule_checks.txt"));
+  EXPECT_EQ(lines(transcript), golden("subtitling/golden/rule_checks.txt"));
 }
 
 TEST(RuleChecks, DisabledChecksAskNothingAndTheTotalsStartAfreshOnEveryScan) {
