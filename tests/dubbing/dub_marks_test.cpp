@@ -50,15 +50,6 @@ TEST_F(DubbingBlocks, LongTagsFromTwoMarksEach) {
   EXPECT_TRUE(t.st.s.g_fVideoRun);  // the work goes on
 }
 
-TEST_F(DubbingBlocks, ShortTagsFromOneMarkEach) {
-  t.st.s.cueInOnly = true;
-  pressAt(3.0);
-  pressAt(7.0);
-  t.playActions();
-  EXPECT_EQ(t.content(), u"DUB[00:00:02:20]\tFirst line\r\rSecond line\rDUB[00:00:06:20]\t\rThird line\r\r");
-  EXPECT_EQ(captions, (std::vector<u16>{u"Cue-in", u"Cue-in"}));
-}
-
 TEST_F(DubbingBlocks, ASecondMarkAfterAJumpBackKeepsTheBlockOpen) {
   pressAt(4.0);
   t.when(4.5, [this] { ira(t.st, 1.0); });

@@ -42,19 +42,6 @@ TEST(DubToSub, EachLongTagBecomesASubtitleTagWithoutTheName) {
   EXPECT_EQ(lines(transcript), golden("dubbing/golden/dub_to_sub.txt"));
 }
 
-TEST(DubToSub, TheScanReadsTheConvertedTagsAsSubtitles) {
-  TestStation ts;
-  ts.open(u"DUB[0 N 00:00:01:00>00:00:03:00] ANA\nHola.\n\nDUB[0 F 00:00:04:00>00:00:06:00] PEDRO\nQue tal.\n\n");
-  mnu_DUB_SUB(ts.st);
-  ASSERT_TRUE(scanSubtitles(ts.st, ScanMode::WholeScript));
-  const ScanTable& t = ts.st.s.scan;
-  ASSERT_EQ(t.count(), 2);
-  EXPECT_TRUE(t.isSubtitle[1] && t.isSubtitle[2]);
-  EXPECT_EQ(t.styleChar[2], u'F');
-  EXPECT_EQ(t.text[1], u"Hola.\r\r");
-  EXPECT_EQ(ts.st.s.roster.numvoces, 0);
-}
-
 TEST(DubToSub, AOneLetterNameStopsWithTagsBeforeItConverted) {
   TestStation ts;
   ts.open(u"DUB[0 N 00:00:01:00>00:00:03:00] ANA\nHola.\n\n"

@@ -48,16 +48,6 @@ TEST_F(Roster, ScanCharactersLoadsEachNameOnceInOrderAndStopsOnAOneLetterName) {
   EXPECT_EQ(names(), (std::vector<u16>{u"ANA"}));
 }
 
-TEST_F(Roster, NamesCompareExactly) {
-  st.s.roster.voces[1] = u"ANA";
-  st.s.roster.numvoces = 1;
-  EXPECT_TRUE(checkforchar(st, u"ANA"));
-  EXPECT_FALSE(checkforchar(st, u"Ana"));
-  createchar(st, u"Ana");
-  EXPECT_EQ(st.s.roster.numvoces, 2);
-  EXPECT_TRUE(checkforchar(st, u"Ana"));
-}
-
 TEST_F(Roster, RosterFormReportsADuplicateOncePerEntryAndStoresIt) {
   ts.open(kScript);
   scanCharacters(st);

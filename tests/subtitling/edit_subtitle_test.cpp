@@ -50,57 +50,45 @@ TEST_F(Edit, ShowsTheSubtitleItsTimesAndItsBounds) {
   EXPECT_DOUBLE_EQ(s.g_dblPosActual, 6.0);  // waiting on the cue-out
 }
 
-TEST_F(Edit, EnterSavesTheLabelsIntoTheTagAndTheTable) {
-  keys([](Session& s, ViewState& v) {
-    v.LabCom.caption = u"00:00:04:10";
-    v.LabDur.caption = u"00:00:06:15";
-    s.ultimaposhcc = u"R";
-    s.saveedittiming = true;  // Enter
-    s.g_fedit = false;
-  });
-  mnu_sub_edit(t.st);
-  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r"
-                         u"SUB[1R1 00:00:04:10>00:00:06:15] note\rTwo first\rtwo second\r\r"
-                         u"SUB[0 N 00:00:08:00>00:00:09:00]\rThree\r\r");
-  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[2], 4.4);
-  EXPECT_DOUBLE_EQ(t.st.s.scan.cueOut[2], 6.6);
-  EXPECT_FALSE(t.st.s.saveedittiming);
-  EXPECT_TRUE(windowRestored(t.st));
-}
-
-// Re-timed without the alignment keys, whatever the last run left behind.
-TEST_F(Edit, EnterWithoutTheAlignmentKeysKeepsTheAlignment) {
+// Enter writes the labels into the tag and the table, with the alignment
+// key pressed, else the subtitle's own, whatever the last run left behind;
+// Esc leaves everything as it was, the blinking label shown again.
+TEST_F(Edit, EnterSavesTheLabelsAndEscapeLeavesThem) {
   const struct {
     const char16_t* tag;
     const char16_t* leftOver;
-  } cases[] = {{u"SUB[2LN ", u"C"}, {u"SUB[2 N ", u"R"}, {u"SUB[2RN ", u"L"}};
+    const char16_t* pressed;
+    bool enter;
+    const char16_t* written;
+  } cases[] = {
+      {u"SUB[2LN ", u"C", nullptr, true, u"SUB[2LN 00:00:04:10>00:00:06:15]"},
+      {u"SUB[2 N ", u"R", nullptr, true, u"SUB[2 N 00:00:04:10>00:00:06:15]"},
+      {u"SUB[2RN ", u"L", nullptr, true, u"SUB[2RN 00:00:04:10>00:00:06:15]"},
+      {u"SUB[2LN ", u"C", u"R", true, u"SUB[2RN 00:00:04:10>00:00:06:15]"},
+      {u"SUB[2LN ", u"C", u"R", false, u"SUB[2LN 00:00:04:00>00:00:06:00]"},
+  };
   for (const auto& c : cases) {
-    t.open(u16(c.tag) + u"00:00:04:00>00:00:06:00]\rText\r\r");
+    SCOPED_TRACE(toUtf8(c.written));
+    t.open(u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r" + u16(c.tag) + u"00:00:04:00>00:00:06:00]\rText\r\r");
     t.cursorAt(c.tag);
     t.st.s.ultimaposhcc = c.leftOver;
-    keys([](Session& s, ViewState& v) {
+    keys([&](Session& s, ViewState& v) {
+      v.LabCom.caption = u"00:00:04:10";
       v.LabDur.caption = u"00:00:06:15";
-      s.saveedittiming = true;
+      v.LabDur.visible = false;  // caught mid-blink
+      if (c.pressed) s.ultimaposhcc = c.pressed;
+      s.saveedittiming = c.enter;
       s.g_fedit = false;
     });
     mnu_sub_edit(t.st);
-    EXPECT_EQ(t.content(), u16(c.tag) + u"00:00:04:00>00:00:06:15]\rText\r\r");
+    EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r" + u16(c.written) + u"\rText\r\r");
+    EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[2], c.enter ? 4.4 : 4.0);
+    EXPECT_DOUBLE_EQ(t.st.s.scan.cueOut[2], c.enter ? 6.6 : 6.0);
+    EXPECT_FALSE(t.st.s.saveedittiming);
+    EXPECT_TRUE(windowRestored(t.st));
+    EXPECT_FALSE(t.st.view.Timer4.enabled);
+    EXPECT_TRUE(t.st.view.LabDur.visible);
   }
-}
-
-TEST_F(Edit, EscapeLeavesEverythingAsItWas) {
-  keys([](Session& s, ViewState& v) {
-    v.LabCom.caption = u"00:00:04:10";
-    v.LabDur.visible = false;  // caught mid-blink
-    s.saveedittiming = false;  // Esc
-    s.g_fedit = false;
-  });
-  mnu_sub_edit(t.st);
-  EXPECT_EQ(t.content(), kScript);
-  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[2], 4.0);
-  EXPECT_TRUE(windowRestored(t.st));
-  EXPECT_FALSE(t.st.view.Timer4.enabled);
-  EXPECT_TRUE(t.st.view.LabDur.visible);
 }
 
 TEST_F(Edit, OneLineSitsLowerAndTheFirstEntryHasNoLowerBound) {

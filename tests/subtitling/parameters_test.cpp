@@ -58,7 +58,7 @@ TEST_F(Parameters, EachParameterKeepsItsRangeAndResetValue) {
     answer(c.typed);
     c.command(t.st);
     EXPECT_EQ(c.value(t.st.s), c.expected) << toUtf8(c.typed);
-    if (c.prompt) EXPECT_EQ(t.ui.inputPrompts.back(), fromLatin1(c.prompt));
+    if (c.prompt) { EXPECT_EQ(t.ui.inputPrompts.back(), fromLatin1(c.prompt)); }
   }
 }
 
@@ -76,23 +76,6 @@ TEST_F(Parameters, CharactersPerRowSetPanelFourAndTheOverlayFont) {
     EXPECT_EQ(t.st.s.overlayFontSize, c.font) << toUtf8(c.typed);
     EXPECT_EQ(t.st.view.panel(4).toolTip, u16(u"Max chars per line = ") + c.panel);
   }
-}
-
-// Switching one simulation item on switches the other off; switching it off
-// leaves the other alone.
-TEST_F(Parameters, TheSimulationItemsExcludeEachOther) {
-  ViewState& v = t.st.view;
-  v.menu("mnu_dub_opc_sim").checked = true;
-  mnu_sub_opc_sim(t.st);
-  EXPECT_FALSE(v.menu("mnu_dub_opc_sim").checked);
-  v.menu("mnu_dub_opc_sim").checked = true;
-  mnu_sub_opc_sim(t.st);
-  EXPECT_TRUE(v.menu("mnu_dub_opc_sim").checked);
-  mnu_dub_opc_sim(t.st);
-  mnu_sub_opc_sim(t.st);
-  mnu_dub_opc_sim(t.st);
-  EXPECT_TRUE(v.menu("mnu_dub_opc_sim").checked);
-  EXPECT_FALSE(v.menu("mnu_sub_opc_sim").checked);
 }
 
 }  // namespace

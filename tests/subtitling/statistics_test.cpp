@@ -61,18 +61,5 @@ TEST_F(Statistics, WindowAndSelectionShapeTheCounts) {
   EXPECT_EQ(t.boxes().size(), 1u);
 }
 
-TEST_F(Statistics, ListShowsSubtitlesOnlyWithTheirLineBreakAsABar) {
-  t.open(kScript);
-  mnu_sub_out(t.st);
-  const u16 list =
-      u"Subtitle number\tCue-in\tCue-out\tDuration\tText\r"
-      u"1\t00:00:10:00\t00:00:12:00\t00:00:02:00\tOne\r"
-      u"2\t00:01:58:00\t00:02:01:00\t00:00:03:00\tAcross|the edge\r"
-      u"3\t00:02:10:00\t00:02:12:00\t00:00:02:00\tThree\r";
-  ASSERT_EQ(t.boxes().size(), 1u);
-  EXPECT_EQ(t.boxes()[0], list);
-  EXPECT_EQ(t.ui.clip, list);
-}
-
 }  // namespace
 }  // namespace quillon::testing

@@ -6,18 +6,6 @@
 namespace quillon::testing {
 namespace {
 
-TEST(TimingHelpers, AutoDurationFollowsTheTextWithinTheOnAirLimits) {
-  Session s;
-  s.readingSpeed = 10;
-  s.minOnAir1 = 1;
-  s.maxOnAir = 6;
-  EXPECT_DOUBLE_EQ(autoDuration(s, 30), 3);
-  EXPECT_DOUBLE_EQ(autoDuration(s, 100), 6);
-  EXPECT_DOUBLE_EQ(autoDuration(s, 4), 1);
-  s.minOnAir1 = 7;  // the floor wins over the ceiling
-  EXPECT_DOUBLE_EQ(autoDuration(s, 100), 7);
-}
-
 // A cue-in inside a timed subtitle goes behind its cue-out, a cue-out running
 // into the next subtitle is pulled back before it, each by the interleave
 // and one frame; the edges are not inside, and one subtitle limits nothing.

@@ -13,16 +13,6 @@ const u16 kScript = block("00:00:01:00", "00:00:03:00", "Early") +
                     u"One\r\rTwo first line\rtwo second line\r\rThree\r\r" +
                     block("00:00:12:00", "00:00:14:00", "Late");
 
-TEST(TimingModes, OneItemCheckedAndItsLetterInPanelTwo) {
-  TestStation t;
-  EXPECT_EQ(timingMode(t.st), TimingMode::Interactive);
-  mnu_tex_opc_asis(t.st);
-  mnu_tex_opc_less(t.st);
-  EXPECT_EQ(timingMode(t.st), TimingMode::Textless);
-  EXPECT_FALSE(t.st.view.menu("mnu_tex_opc_asis").checked);
-  EXPECT_EQ(t.st.view.panel(2).toolTip, u"Timing mode = Text-less.");
-}
-
 TEST(TimingRun, InteractiveWritesTagsClearOfTimedSubtitlesShowsTheTextAndUndoesTheLastTag) {
   PlayingStation t;
   FormaSubState seenBeforeCueIn, seenAfterCueIn;
