@@ -83,45 +83,40 @@ TEST(Retiming, AnUnreadableOffsetChangesNothing) {
   EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{u"Error in time code format: [soon]"});
 }
 
-TEST(Retiming, BurntInTimecodeSetsTheWindowFromThePosition) {
-  SubtitlingStation t(25);
-  Session& s = t.st.s;
-  s.videoFile = u"video";
-  s.videoDuration = 600;
-  s.g_dblPosActual = 10;
-  s.g_fVideoRun = true;
-  t.ui.inputs = {u16(u"010000")};
-  mnu_tag_in(t.st);
-  EXPECT_FALSE(s.g_fVideoRun);
-  EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter burnt-in timecode (in point)...");
-  EXPECT_DOUBLE_EQ(s.tcStart, 3590);
-  EXPECT_DOUBLE_EQ(s.tcEnd, 4190);
-  EXPECT_EQ(t.st.view.LabTimecode.caption, u"01:00:00:00");
-
-  t.ui.inputs = {u16(u"01100012")};
-  mnu_tag_out(t.st);
-  EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter burnt-in timecode (out point)");
-  EXPECT_DOUBLE_EQ(s.tcEnd, 600 - 10 + 4200 + 12.0 / 25);
-
-  t.ui.inputs = {u16()};
-  mnu_tag_in(t.st);
-  t.ui.inputs = {u16(u"1:00")};
-  mnu_tag_in(t.st);
-  EXPECT_DOUBLE_EQ(s.tcStart, 3590);
-  EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{u"Error in time code format: [1:00]"});
-}
-
-TEST(Retiming, GoToTimecodeOffersTheSelectedTimecodeAndSeeksWithinTheVideo) {
+// Burnt-in timecodes set the window from the position; going to a timecode
+// offers the selected one and seeks only within the video.
+TEST(Retiming, BurntInTimecodesSetTheWindowAndGoToSeeksWithinIt) {
   SubtitlingStation t(25);
   std::vector<double> seeks;
   t.st.ira = [&](Station&, double s) { seeks.push_back(s); };
   Session& s = t.st.s;
   s.videoFile = u"video";
-  s.videoDuration = 100;
+  s.videoDuration = 600;
+  s.g_dblPosActual = 10;
+  s.g_fVideoRun = true;
+  t.ui.inputs = {u16(u"010000"), u16(u"01100012"), u16(), u16(u"1:00")};
+  mnu_tag_in(t.st);
+  EXPECT_FALSE(s.g_fVideoRun);
+  EXPECT_DOUBLE_EQ(s.tcStart, 3590);
+  EXPECT_DOUBLE_EQ(s.tcEnd, 4190);
+  EXPECT_EQ(t.st.view.LabTimecode.caption, u"01:00:00:00");
+  mnu_tag_out(t.st);
+  EXPECT_DOUBLE_EQ(s.tcEnd, 600 - 10 + 4200 + 12.0 / 25);
+  mnu_tag_in(t.st);
+  mnu_tag_in(t.st);
+  EXPECT_DOUBLE_EQ(s.tcStart, 3590);
+  EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{u"Error in time code format: [1:00]"});
+  EXPECT_EQ(t.ui.inputPrompts, (std::vector<u16>{u"Enter burnt-in timecode (in point)...",
+                                                 u"Enter burnt-in timecode (out point)",
+                                                 u"Enter burnt-in timecode (in point)...",
+                                                 u"Enter burnt-in timecode (in point)..."}));
+
   s.tcStart = 3600;
   s.tcEnd = 3700;
+  s.videoDuration = 100;
   t.open(block("01:00:20:00", "01:00:22:00", "A"));
   t.docs.select({8, 19});
+  t.ui.inputs = {};
   mnu_tex_iTC(t.st);  // the selected timecode is offered and taken
   EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter destination time code");
   t.ui.inputs = {u16(u"01003000")};

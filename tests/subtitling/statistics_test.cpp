@@ -6,14 +6,6 @@
 namespace quillon::testing {
 namespace {
 
-struct Statistics : ::testing::Test {
-  SubtitlingStation t;
-  void window(double start, double end) {
-    t.st.s.tcStart = start;
-    t.st.s.tcEnd = end;
-  }
-};
-
 // Minute 0 holds a whole subtitle, minute 1 only one that crosses into
 // minute 2, minute 2 another whole one.
 const char16_t* kScript =
@@ -29,7 +21,8 @@ const char16_t* kEachMinute =
 // Counts lines, characters and whole subtitled minutes; the percentage
 // counts the minutes of the window walked, none without a window; a
 // selection holding tags limits the count.
-TEST_F(Statistics, WindowAndSelectionShapeTheCounts) {
+TEST(Statistics, WindowAndSelectionShapeTheCounts) {
+  SubtitlingStation t;
   const u16 whole =
       u"Subtitling Statistics :\rFile: Script5.txt\r\rTotal subtitles: 3\r\r1-line: 2\r2-line: 1\r\r"
       u"Total characters: 23\rSubtitled minutes: 2 = 50%";
@@ -46,7 +39,8 @@ TEST_F(Statistics, WindowAndSelectionShapeTheCounts) {
   for (const auto& c : cases) {
     SCOPED_TRACE(toUtf8(c.expected));
     t.open(c.script);
-    window(c.start, c.end);
+    t.st.s.tcStart = c.start;
+    t.st.s.tcEnd = c.end;
     t.docs.select({0, c.selectionEnd});
     auto text = subtitleStatistics(t.st);
     ASSERT_TRUE(text);
