@@ -83,21 +83,6 @@ TEST(TimecodeFrames, HourAndMinuteWeightsAreFixed) {
   EXPECT_DOUBLE_EQ(FRAMESaSEG(15, 0), 0);
 }
 
-TEST(TimecodeWindow, MapsThePlayerClockOntoTheVideoTimecodeAndBack) {
-  Session s;
-  s.videoFile = u"clip.mp4";
-  s.videoDuration = 30;
-  s.tcStart = 3600;
-  s.tcEnd = 3660;
-  s.g_dblPosActual = 15;
-  EXPECT_DOUBLE_EQ(transformadaTCactual(s), 3630);
-  EXPECT_DOUBLE_EQ(transformadainversa(s, 3630), 15);
-  s.videoFile.clear();
-  EXPECT_EQ(transformadainversa(s, 3630), 0);
-  s.videoDuration = 0;
-  EXPECT_EQ(transformadaTCactual(s), 0);
-}
-
 TEST(TimecodeWindow, WindowStringSetsStartEndAndLabels) {
   Session s;
   ViewState v;

@@ -81,16 +81,5 @@ TEST_F(DubbingBlocks, TheCharacterChoiceWritesTheNameAndTheVideoWaits) {
   EXPECT_TRUE(s.g_fVideoRun);
 }
 
-TEST_F(DubbingBlocks, WithAnEmptyRosterTheOperatorNamesANewCharacter) {
-  t.st.s.characterWindow = true;
-  t.ui.inputs.push_back(u16(u"CLARA"));
-  pressAt(2.0);
-  pressAt(4.0);
-  t.playActions();
-  EXPECT_EQ(t.ui.inputPrompts, std::vector<u16>{u"Enter new character"});
-  EXPECT_EQ(left(t.content(), 41), u"DUB[0 N 00:00:01:20>00:00:03:20] CLARA\rFi");
-  EXPECT_EQ(t.st.s.roster.numvoces, 1);
-}
-
 }  // namespace
 }  // namespace quillon

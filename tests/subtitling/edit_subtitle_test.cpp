@@ -91,15 +91,5 @@ TEST_F(Edit, EnterSavesTheLabelsAndEscapeLeavesThem) {
   }
 }
 
-TEST_F(Edit, OneLineSitsLowerAndTheFirstEntryHasNoLowerBound) {
-  t.open(u"SUB[5 I 00:00:01:00>00:00:02:00]\rSolo\r\rSUB[0 N 00:00:03:00>00:00:04:00]\rNext\r\r");
-  ASSERT_TRUE(scanWithoutChecks(t.st, ScanMode::WholeScript));
-  keys([](Session& s, ViewState&) { s.g_fedit = false; });
-  editSubtitle(t.st, 1);
-  EXPECT_EQ(overlay(shown), "shown at 60,2500 height 350 | Solo c0c0c0 italic align 2 |  c0c0c0 italic align 2");
-  EXPECT_EQ(t.st.s.miItalStyle, u"I");
-  EXPECT_EQ(t.st.s.lowerlimit, 0);
-}
-
 }  // namespace
 }  // namespace quillon::testing

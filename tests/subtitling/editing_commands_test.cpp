@@ -97,16 +97,5 @@ TEST(EditingCommands, EachCommandOnItsSelection) {
   EXPECT_EQ(lines(transcript), golden("subtitling/golden/editing_commands.txt"));
 }
 
-TEST_F(Editing, TimecodeOnTheClipboardIsAShortDubbingTag) {
-  t.st.view.LabTimecode.caption = u"00:01:02:03";
-  t.ui.clip = u"old";
-  mnu_opc_tcclip(t.st);
-  EXPECT_TRUE(t.st.view.menu("mnu_opc_tcclip").checked);
-  EXPECT_EQ(t.ui.clip, u"DUB[00:01:02:03]\t");
-  mnu_opc_tcclip(t.st);
-  EXPECT_FALSE(t.st.s.timecodeInClipboard);
-  EXPECT_TRUE(t.ui.clip.empty());
-}
-
 }  // namespace
 }  // namespace quillon::testing
