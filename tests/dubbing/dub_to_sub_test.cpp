@@ -12,7 +12,8 @@ namespace {
 // Each long tag becomes a subtitle tag without the name, converted once
 // where it stands, also where a search for it could be misled: a name that
 // begins another, a tag quoted in the text or inside another tag's start,
-// a stop tag between. What each script becomes, and the boxes shown, are in
+// a stop tag between; a one-letter name stops it, the tags before it
+// converted. What each script becomes, and the boxes shown, are in
 // golden/dub_to_sub.txt.
 TEST(DubToSub, EachLongTagBecomesASubtitleTagWithoutTheName) {
   const u16 tag = u"DUB[0 N 00:00:01:00>00:00:03:00] ";
@@ -25,6 +26,7 @@ TEST(DubToSub, EachLongTagBecomesASubtitleTagWithoutTheName) {
       u"Says " + tag + u"ANA in passing\n\n" + tag + u"ANA\nHola.\n",
       u"DUB[DUB[0 N 00:00:01:00>00:00:03:00] ANA\nHola.\n\n" + tag + u"ANA\nBien.\n",
       tag + u"A^pB\nHola.\n\nDUB[\n" + tag + u"ANA\nBien.\n",
+      tag + u"ANA\nHola.\n\nDUB[0 N 00:00:04:00>00:00:06:00] X\nNo.\n\n" + tag + u"ANA\nBien.\n",
   };
   u16 transcript;
   for (const u16& script : scripts) {
@@ -40,17 +42,6 @@ TEST(DubToSub, EachLongTagBecomesASubtitleTagWithoutTheName) {
     EXPECT_EQ(ts.st.s.roster.numvoces, 0);
   }
   EXPECT_EQ(lines(transcript), golden("dubbing/golden/dub_to_sub.txt"));
-}
-
-TEST(DubToSub, AOneLetterNameStopsWithTagsBeforeItConverted) {
-  TestStation ts;
-  ts.open(u"DUB[0 N 00:00:01:00>00:00:03:00] ANA\nHola.\n\n"
-          u"DUB[0 N 00:00:04:00>00:00:06:00] X\nNo.\n\n"
-          u"DUB[0 N 00:00:07:00>00:00:09:00] ANA\nBien.\n");
-  EXPECT_EQ(mnu_DUB_SUB(ts.st), 1);
-  EXPECT_EQ(ts.ui.lastBox().text, u"Error: Invalid format \r[0 N 00:00:04:00>00:00:06:00] X\rN");
-  EXPECT_TRUE(startsWith(ts.content(), u"SUB[0 N 00:00:01:00>00:00:03:00] \rHola.\r\rDUB[0 N 00:00:04:00"));
-  EXPECT_EQ(ts.ui.pointer, Pointer::Hourglass);
 }
 
 }  // namespace

@@ -14,7 +14,8 @@ const u16 kScript =
     u"DUB[0 F 00:00:04:00>00:00:05:00] ANNA\nHello there\n\n"
     u"SUB[0 N 00:00:06:00>00:00:08:00]\nLast\n\n";
 
-// Each command on its script; what each leaves is in golden/retiming.txt.
+// Each command on its script; what each leaves, and the boxes it shows, are
+// in golden/retiming.txt.
 TEST(Retiming, CommandsRewriteTheTagsInPlaceOrIntoANewDocument) {
   const struct {
     const char* name;
@@ -27,6 +28,8 @@ TEST(Retiming, CommandsRewriteTheTagsInPlaceOrIntoANewDocument) {
   } cases[] = {
       {"offset of the whole script", 25, mnu_tex_off, u"00:01:00:00", true, kScript},
       {"offset of the selected block", 25, mnu_tex_off, u"00:00:10:00", true, kScript, u"DUB["},
+      {"unreadable offset", 25, mnu_tex_off, u"soon", true, kScript},
+      {"no offset", 25, mnu_tex_off, u"", true, kScript},
       // Style 1 becomes I, the alignment goes, a voice-off tag is written on,
       // and a stop tag ends the last dubbing text (which, being last in its
       // script, was read without its final two characters).
@@ -58,7 +61,10 @@ TEST(Retiming, CommandsRewriteTheTagsInPlaceOrIntoANewDocument) {
     const u16 before = t.open(c.script).text();
     if (c.selectFrom) t.docs.select({static_cast<long>(before.find(c.selectFrom)), t.docs.length()});
     c.command(t.st);
-    transcript += u"## " + fromLatin1(c.name) + u"\r" + t.content();
+    transcript += leftBy(c.name, t);
+    if (c.command == mnu_tex_off) {
+      EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter new cue-in time code of the first subtitle/dialog in the selected block");
+    }
     EXPECT_EQ(t.st.s.g_fps, c.fps);
     ASSERT_EQ(t.docs.documents().size(), c.inSitu ? 1u : 2u);
     if (c.inSitu) continue;
@@ -67,20 +73,6 @@ TEST(Retiming, CommandsRewriteTheTagsInPlaceOrIntoANewDocument) {
     EXPECT_EQ(t.content(), before);
   }
   EXPECT_EQ(lines(transcript), golden("subtitling/golden/retiming.txt"));
-}
-
-TEST(Retiming, AnUnreadableOffsetChangesNothing) {
-  SubtitlingStation t(25);
-  t.open(kScript);
-  const u16 before = t.content();
-  t.ui.inputs = {u16(u"soon")};
-  mnu_tex_off(t.st);
-  EXPECT_EQ(t.ui.inputPrompts.back(),
-            u"Enter new cue-in time code of the first subtitle/dialog in the selected block");
-  t.ui.inputs = {u16()};
-  mnu_tex_off(t.st);
-  EXPECT_EQ(t.content(), before);
-  EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{u"Error in time code format: [soon]"});
 }
 
 // Burnt-in timecodes set the window from the position; going to a timecode
