@@ -62,11 +62,7 @@ TEST(RuleChecks, EachRuleAsksAtItsLimitAndTheAnswerDecides) {
        {}},
       {"fast past it offers both remedies", readingSpeed(10, 25, 0),
        block("00:00:01:00", "00:00:03:00", "12345678901234567890123456"), {Answer::No}},
-      {"reading speed rules need their option",
-       [](Session& s) {
-         s.readingSpeed = 10;
-         s.slowThreshold = 50;
-       },
+      {"reading speed rules need their option", [](Session& s) { s.slowThreshold = 50; },
        block("00:00:01:00", "00:00:02:00", "12345678901234567890") + block("00:00:03:00", "00:00:05:00", "1"), {}},
       {"slow at the limit", readingSpeed(10, 0, 50), block("00:00:01:00", "00:00:03:00", "1234567890"), {}},
       {"slow past it", readingSpeed(10, 0, 50), block("00:00:01:00", "00:00:03:00", "12345678"), {Answer::Yes}},
