@@ -101,16 +101,5 @@ TEST(OptionsFile, BesideTheSettingsLineKeepsEveryKeyAndSkipsNoise) {
   EXPECT_EQ(testing::readFile(path), "future.key=a=b\npedal.device=/dev/input/event3\nscript.writer=T\n");
 }
 
-TEST(DefaultsFile, ConfigFolderFollowsTheEnvironment) {
-  ::setenv("QUILLON_CONFIG_DIR", "/tmp/q-conf", 1);
-  EXPECT_EQ(defaultsPath(), "/tmp/q-conf/defaults.dat");
-  ::unsetenv("QUILLON_CONFIG_DIR");
-  ::setenv("XDG_CONFIG_HOME", "/tmp/xdg", 1);
-  EXPECT_EQ(configDir(), "/tmp/xdg/quillon");
-  ::unsetenv("XDG_CONFIG_HOME");
-  ::setenv("HOME", "/home/op", 1);
-  EXPECT_EQ(configDir(), "/home/op/.config/quillon");
-}
-
 }  // namespace
 }  // namespace quillon

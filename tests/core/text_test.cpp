@@ -17,13 +17,6 @@ TEST(NumberFormat, PicturesRoundHalvesAwayFromZero) {
   EXPECT_EQ(formatNumber(1, "00.00"), u"01.00");
 }
 
-TEST(LeadingNumber, ReadsOnlyTheNumericHead) {
-  EXPECT_EQ(leadingNumber(std::string_view("14x")), 14);
-  EXPECT_EQ(leadingNumber(std::string_view(" 0.30")), 0.30);
-  EXPECT_EQ(leadingNumber(std::string_view("x14")), 0);
-  EXPECT_EQ(leadingNumber(std::string_view("")), 0);
-}
-
 TEST(Utf8, RoundTripsAndReplacesBrokenBytes) {
   u16 s = u"Caf\u00e9 \u2026 \U0001F600";
   EXPECT_EQ(fromUtf8(toUtf8(s)), s);

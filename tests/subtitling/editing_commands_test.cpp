@@ -49,7 +49,7 @@ TEST_F(Editing, EditHandsTheTagUnderTheCursorToTheTimingEditorOrEndsOnAFailedSca
   cursor(at(u"Three"));
   mnu_sub_edit(t.st);  // text, not a tag
   EXPECT_EQ(edited, std::vector<int>{2});
-  EXPECT_TRUE(t.boxes().empty());  // the checks were off for its scan
+  EXPECT_TRUE(t.ui.boxTexts().empty());  // the checks were off for its scan
   t.open(u"SUB[0 N 00:00:01:00-00:00:03:00]\nBroken\n\n");
   cursor(0);
   mnu_sub_edit(t.st);

@@ -89,7 +89,7 @@ TEST(RuleChecks, EachRuleAsksAtItsLimitAndTheAnswerDecides) {
     t.ui.answers.assign(c.answers.begin(), c.answers.end());
     t.open(c.script + kStop);
     const bool result = scanSubtitles(t.st, ScanMode::WholeScript);
-    transcript += u"## " + fromLatin1(c.name) + (result ? u"\r" : u": stopped on \"" + t.selected() + u"\"\r");
+    transcript += u"## " + fromLatin1(c.name) + (result ? u"\r" : u": stopped on \"" + t.docs.selection() + u"\"\r");
     for (const auto& shown : t.ui.boxes) {
       EXPECT_EQ(shown.box.buttons, Buttons::YesNo);
       EXPECT_EQ(shown.box.defaultButton, 2);
@@ -115,7 +115,7 @@ TEST(RuleChecks, DisabledChecksAskNothingAndTheTotalsStartAfreshOnEveryScan) {
          u"DUB[0 N 00:00:11:00>00:00:12:00] JOHN\rHello\r\r" + kStop);
   EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
   EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
-  EXPECT_TRUE(t.boxes().empty());
+  EXPECT_TRUE(t.ui.boxTexts().empty());
   // A text opening with an empty line is one line; the dubbing entry counts nothing.
   EXPECT_EQ(t.st.s.totalbloq1linea, 2);
   EXPECT_EQ(t.st.s.totalbloq2lineas, 1);

@@ -47,12 +47,12 @@ TEST(Statistics, WindowAndSelectionShapeTheCounts) {
     EXPECT_NE(text->find(c.expected), u16::npos) << toUtf8(*text);
   }
   mnu_sim_est(t.st);
-  EXPECT_EQ(t.boxes(), std::vector<u16>{whole});
+  EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{whole});
   EXPECT_EQ(t.ui.lastBox().buttons, Buttons::OK);
   EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
   t.open(u"Just text\n");
   mnu_sim_est(t.st);
-  EXPECT_EQ(t.boxes().size(), 1u);
+  EXPECT_EQ(t.ui.boxTexts().size(), 1u);
 }
 
 }  // namespace

@@ -21,9 +21,6 @@ struct SubtitlingStation : TestStation {
     st.s.maxOnAir = 6;
     st.s.maxCharsRow = 32;
   }
-  // Texts of every box shown, CR kept.
-  std::vector<u16> boxes() const { return ui.boxTexts(); }
-  u16 selected() { return docs.selection(); }
 };
 
 // One timed block: the tag, the text lines, the empty paragraph.
