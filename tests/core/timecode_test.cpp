@@ -22,7 +22,6 @@ TEST(TimecodeReading, AcceptsTheRangesAndRefusesWithOneMessage) {
   ASSERT_EQ(ui.boxes.size(), 6u);
   EXPECT_EQ(ui.boxes[0].box.text, u"Error in time code format: [25:00:00:00]");
   EXPECT_EQ(ui.boxes[0].box.icon, Icon::Critical);
-  EXPECT_EQ(ui.boxes[0].box.title, u"QUILLON");
   EXPECT_EQ(ui.boxes[2].box.text, u"Error in time code format: [1:00:00:00]");
 }
 

@@ -3,8 +3,6 @@
 #include <functional>
 
 #include "dubbing/dub_cue.h"
-#include "dubbing/roster.h"
-#include "script/document_service.h"
 #include "subtitling/subtitling_fixture.h"
 
 namespace quillon::testing {

@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "dubbing/dub_to_sub.h"
-#include "dubbing/roster.h"
-#include "script/document_service.h"
-#include "script/tag_grammar.h"
 #include "subtitling/subtitling_fixture.h"
 
 namespace quillon::testing {

@@ -2,7 +2,6 @@
 
 #include "dubbing/dialogue_list.h"
 #include "dubbing/line_count.h"
-#include "script/document_service.h"
 #include "subtitling/subtitling_fixture.h"
 
 namespace quillon::testing {
@@ -54,7 +53,6 @@ TEST(LineCount, LinesPerCharacterGoAtTheHead) {
     ASSERT_TRUE(mnu_herr_lin(ts.st));
     transcript += u"## line count\r" + ts.content() + u"\r";
     EXPECT_EQ(ts.st.view.panel(3).text, u"");
-    EXPECT_EQ(ts.ui.pointer, Pointer::Default);
   }
   EXPECT_EQ(lines(transcript), golden("dubbing/golden/line_count.txt"));
 }

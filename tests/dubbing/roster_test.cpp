@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "dubbing/roster.h"
-#include "script/document_service.h"
 #include "script/tag_grammar.h"
 #include "support/station_fixture.h"
 
@@ -65,19 +64,9 @@ TEST_F(Roster, NewCharacterIsAddedSelectedAndTaggedUnlessItIsThereAlready) {
   EXPECT_EQ(ts.content(), u"DUB[0 N 00:00:10:00>00:00:12:00] MARTA\rDialogue\r");
 }
 
-// The roster form reports a duplicate once per name then in the roster and
-// stores it all the same; deleting asks first and leaves the roster's slots.
-TEST_F(Roster, RosterFormAddsAndDeletesNames) {
+TEST_F(Roster, DeletingAsksFirstAndLeavesTheRosterSlots) {
   ts.open(kScript);
   scanCharacters(st);
-  frmNewCharCreate(st, u"ANA");
-  frmNewCharCreate(st, u"");
-  EXPECT_EQ(ts.ui.boxTexts(), std::vector<u16>(2, u"Error: Character already exists"));
-  EXPECT_EQ(names(), (std::vector<u16>{u"ANA", u"PEDRO", u"ANA"}));
-  EXPECT_EQ(st.s.pickingList.items.back(), u"ANA");
-  EXPECT_EQ(st.s.rosterFormList.listIndex, 2);
-
-  scanCharacters(st);  // ANA and PEDRO again
   st.s.pickingFormVisible = true;
   st.s.pickingList.listIndex = 1;
   ts.ui.answers = {Answer::Cancel, Answer::OK};

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "subtitling/edit_subtitle.h"
 #include "subtitling/editing_commands.h"
 #include "subtitling/playing_station.h"
 #include "subtitling/timing_loop.h"

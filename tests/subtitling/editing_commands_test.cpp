@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "core/timecode.h"
 #include "subtitling/editing_commands.h"
 #include "subtitling_fixture.h"
 

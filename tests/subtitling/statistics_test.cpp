@@ -48,7 +48,6 @@ TEST(Statistics, WindowAndSelectionShapeTheCounts) {
   }
   mnu_sim_est(t.st);
   EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{whole});
-  EXPECT_EQ(t.ui.lastBox().buttons, Buttons::OK);
   EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
   t.open(u"Just text\n");
   mnu_sim_est(t.st);
