@@ -37,7 +37,7 @@ TEST(TimecodeReading, FractionalFormHasItsOwnRangesAndMessage) {
 // Each form on its awkward inputs: the frame-label repair at 30 fps (only
 // the first second of a minute, label 01 dropped too), frames that round up
 // to the next second, zero and below, hours past two digits, hundredths and
-// thousandths with their asymmetry.
+// thousandths with their asymmetry, whole seconds.
 TEST(TimecodeFormatting, EachFormOnItsEdges) {
   using Form = u16 (*)(double, int);
   const Form tc = SEGaTC, back09 = SEGaTCback09, tc8 = SEGaTC8;
@@ -62,6 +62,7 @@ TEST(TimecodeFormatting, EachFormOnItsEdges) {
       {hundredths, 1.5, 0, u"0:00:01:50"},      {hundredths, 0.999, 0, u"0:00:00:99"},
       {thousandths, 1.0, 0, u"0:00:01:00"},     {thousandths, 1.5, 0, u"0:00:01.500"},
       {thousandths, 59.9996, 0, u"0:00:59.999"}, {thousandths, 3723.004, 0, u"1:02:03.004"},
+      {back09, 60, 30, u"00:01:00:00"},
   };
   for (const auto& c : cases) EXPECT_EQ(c.form(c.seconds, c.fps), c.text) << c.seconds << " at " << c.fps;
   ScriptedUi ui;
