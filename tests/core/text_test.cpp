@@ -17,24 +17,6 @@ TEST(NumberFormat, PicturesRoundHalvesAwayFromZero) {
   EXPECT_EQ(formatNumber(1, "00.00"), u"01.00");
 }
 
-TEST(LeadingNumber, ReadsOnlyTheNumericHead) {
-  EXPECT_EQ(leadingNumber(std::string_view("14x")), 14);
-  EXPECT_EQ(leadingNumber(std::string_view(" 0.30")), 0.30);
-  EXPECT_EQ(leadingNumber(std::string_view("x14")), 0);
-  EXPECT_EQ(leadingNumber(std::string_view("")), 0);
-}
-
-TEST(TextHelpers, OneBasedPositionsLikeTheScriptingLanguage) {
-  u16 s = u"SUB[0 N";
-  EXPECT_EQ(instr(s, u"UB["), 2);
-  EXPECT_EQ(instr(3, s, u"UB["), 0);
-  EXPECT_EQ(mid(s, 5, 1), u"0");
-  EXPECT_EQ(left(s, 99), s);
-  EXPECT_EQ(right(s, 1), u"N");
-  EXPECT_EQ(numberText(0.25), u"0.25");
-  EXPECT_EQ(numberText(14), u"14");
-}
-
 TEST(Utf8, RoundTripsAndReplacesBrokenBytes) {
   u16 s = u"Caf\u00e9 \u2026 \U0001F600";
   EXPECT_EQ(fromUtf8(toUtf8(s)), s);

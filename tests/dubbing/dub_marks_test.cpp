@@ -50,15 +50,6 @@ TEST_F(DubbingBlocks, LongTagsFromTwoMarksEach) {
   EXPECT_TRUE(t.st.s.g_fVideoRun);  // the work goes on
 }
 
-TEST_F(DubbingBlocks, ShortTagsFromOneMarkEach) {
-  t.st.s.cueInOnly = true;
-  pressAt(3.0);
-  pressAt(7.0);
-  t.playActions();
-  EXPECT_EQ(t.content(), u"DUB[00:00:02:20]\tFirst line\r\rSecond line\rDUB[00:00:06:20]\t\rThird line\r\r");
-  EXPECT_EQ(captions, (std::vector<u16>{u"Cue-in", u"Cue-in"}));
-}
-
 TEST_F(DubbingBlocks, ASecondMarkAfterAJumpBackKeepsTheBlockOpen) {
   pressAt(4.0);
   t.when(4.5, [this] { ira(t.st, 1.0); });
@@ -88,17 +79,6 @@ TEST_F(DubbingBlocks, TheCharacterChoiceWritesTheNameAndTheVideoWaits) {
   EXPECT_EQ(left(t.content(), 41), u"DUB[0 F 00:00:01:20>00:00:03:20] BORIS\rFi");
   EXPECT_EQ(s.roster.vozactual, 2);
   EXPECT_TRUE(s.g_fVideoRun);
-}
-
-TEST_F(DubbingBlocks, WithAnEmptyRosterTheOperatorNamesANewCharacter) {
-  t.st.s.characterWindow = true;
-  t.ui.inputs.push_back(u16(u"CLARA"));
-  pressAt(2.0);
-  pressAt(4.0);
-  t.playActions();
-  EXPECT_EQ(t.ui.inputPrompts, std::vector<u16>{u"Enter new character"});
-  EXPECT_EQ(left(t.content(), 41), u"DUB[0 N 00:00:01:20>00:00:03:20] CLARA\rFi");
-  EXPECT_EQ(t.st.s.roster.numvoces, 1);
 }
 
 }  // namespace

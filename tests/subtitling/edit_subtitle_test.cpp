@@ -1,15 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "subtitling/edit_subtitle.h"
 #include "subtitling/editing_commands.h"
 #include "subtitling/playing_station.h"
 #include "subtitling/timing_loop.h"
 
-namespace quillon {
+namespace quillon::testing {
 namespace {
-
-using testing::PlayingStation;
-using testing::windowRestored;
 
 const u16 kScript = u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r"
                     u"SUB[1R1 00:00:04:00>00:00:06:00] note\rTwo first\rtwo second\r\r"
@@ -40,15 +36,8 @@ struct Edit : ::testing::Test {
 TEST_F(Edit, ShowsTheSubtitleItsTimesAndItsBounds) {
   keys([](Session& s, ViewState&) { s.g_fedit = false; });
   mnu_sub_edit(t.st);
-  EXPECT_EQ(shown.Line1.caption, u"Two first");
-  EXPECT_EQ(shown.Line2.caption, u"two second");
-  EXPECT_TRUE(shown.Line1.italic);
-  EXPECT_FALSE(shown.Line2.italic);
-  EXPECT_EQ(shown.Line1.alignment, kAlignRight);
-  EXPECT_EQ(shown.Line1.foreColor, 0xC0C0C0u);
-  EXPECT_EQ(shown.Height, 700);
-  EXPECT_EQ(shown.Top, 4000 - 350);
-  EXPECT_TRUE(shown.Visible);
+  EXPECT_EQ(overlay(shown),
+            "shown at 60,3650 height 700 | Two first c0c0c0 italic align 3 | two second c0c0c0 align 3");
   EXPECT_EQ(com.caption, u"00:00:04:00");
   EXPECT_EQ(dur.caption, u"00:00:06:00");
   const Session& s = t.st.s;
@@ -60,73 +49,46 @@ TEST_F(Edit, ShowsTheSubtitleItsTimesAndItsBounds) {
   EXPECT_DOUBLE_EQ(s.g_dblPosActual, 6.0);  // waiting on the cue-out
 }
 
-TEST_F(Edit, EnterSavesTheLabelsIntoTheTagAndTheTable) {
-  keys([](Session& s, ViewState& v) {
-    v.LabCom.caption = u"00:00:04:10";
-    v.LabDur.caption = u"00:00:06:15";
-    s.ultimaposhcc = u"R";
-    s.saveedittiming = true;  // Enter
-    s.g_fedit = false;
-  });
-  mnu_sub_edit(t.st);
-  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r"
-                         u"SUB[1R1 00:00:04:10>00:00:06:15] note\rTwo first\rtwo second\r\r"
-                         u"SUB[0 N 00:00:08:00>00:00:09:00]\rThree\r\r");
-  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[2], 4.4);
-  EXPECT_DOUBLE_EQ(t.st.s.scan.cueOut[2], 6.6);
-  EXPECT_FALSE(t.st.s.saveedittiming);
-  EXPECT_TRUE(windowRestored(t.st));
-}
-
-// Re-timed without the alignment keys, whatever the last run left behind.
-TEST_F(Edit, EnterWithoutTheAlignmentKeysKeepsTheAlignment) {
+// Enter writes the labels into the tag and the table, with the alignment
+// key pressed, else the subtitle's own, whatever the last run left behind;
+// Esc leaves everything as it was, the blinking label shown again.
+TEST_F(Edit, EnterSavesTheLabelsAndEscapeLeavesThem) {
   const struct {
     const char16_t* tag;
     const char16_t* leftOver;
-  } cases[] = {{u"SUB[2LN ", u"C"}, {u"SUB[2 N ", u"R"}, {u"SUB[2RN ", u"L"}};
+    const char16_t* pressed;
+    bool enter;
+    const char16_t* written;
+  } cases[] = {
+      {u"SUB[2LN ", u"C", nullptr, true, u"SUB[2LN 00:00:04:10>00:00:06:15]"},
+      {u"SUB[2 N ", u"R", nullptr, true, u"SUB[2 N 00:00:04:10>00:00:06:15]"},
+      {u"SUB[2RN ", u"L", nullptr, true, u"SUB[2RN 00:00:04:10>00:00:06:15]"},
+      {u"SUB[2LN ", u"C", u"R", true, u"SUB[2RN 00:00:04:10>00:00:06:15]"},
+      {u"SUB[2LN ", u"C", u"R", false, u"SUB[2LN 00:00:04:00>00:00:06:00]"},
+  };
   for (const auto& c : cases) {
-    t.open(u16(c.tag) + u"00:00:04:00>00:00:06:00]\rText\r\r");
+    SCOPED_TRACE(toUtf8(c.written));
+    t.open(u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r" + u16(c.tag) + u"00:00:04:00>00:00:06:00]\rText\r\r");
     t.cursorAt(c.tag);
     t.st.s.ultimaposhcc = c.leftOver;
-    keys([](Session& s, ViewState& v) {
+    keys([&](Session& s, ViewState& v) {
+      v.LabCom.caption = u"00:00:04:10";
       v.LabDur.caption = u"00:00:06:15";
-      s.saveedittiming = true;
+      v.LabDur.visible = false;  // caught mid-blink
+      if (c.pressed) s.ultimaposhcc = c.pressed;
+      s.saveedittiming = c.enter;
       s.g_fedit = false;
     });
     mnu_sub_edit(t.st);
-    EXPECT_EQ(t.content(), u16(c.tag) + u"00:00:04:00>00:00:06:15]\rText\r\r");
+    EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:03:00]\rOne\r\r" + u16(c.written) + u"\rText\r\r");
+    EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[2], c.enter ? 4.4 : 4.0);
+    EXPECT_DOUBLE_EQ(t.st.s.scan.cueOut[2], c.enter ? 6.6 : 6.0);
+    EXPECT_FALSE(t.st.s.saveedittiming);
+    EXPECT_TRUE(windowRestored(t.st));
+    EXPECT_FALSE(t.st.view.Timer4.enabled);
+    EXPECT_TRUE(t.st.view.LabDur.visible);
   }
 }
 
-TEST_F(Edit, EscapeLeavesEverythingAsItWas) {
-  keys([](Session& s, ViewState& v) {
-    v.LabCom.caption = u"00:00:04:10";
-    v.LabDur.visible = false;  // caught mid-blink
-    s.saveedittiming = false;  // Esc
-    s.g_fedit = false;
-  });
-  mnu_sub_edit(t.st);
-  EXPECT_EQ(t.content(), kScript);
-  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[2], 4.0);
-  EXPECT_TRUE(windowRestored(t.st));
-  EXPECT_FALSE(t.st.view.Timer4.enabled);
-  EXPECT_TRUE(t.st.view.LabDur.visible);
-  EXPECT_EQ(t.st.view.panel(8).text, u"");
-}
-
-TEST_F(Edit, OneLineSitsLowerAndTheFirstEntryHasNoLowerBound) {
-  t.open(u"SUB[5 I 00:00:01:00>00:00:02:00]\rSolo\r\rSUB[0 N 00:00:03:00>00:00:04:00]\rNext\r\r");
-  ASSERT_TRUE(scanWithoutChecks(t.st, ScanMode::WholeScript));
-  keys([](Session& s, ViewState&) { s.g_fedit = false; });
-  editSubtitle(t.st, 1);
-  EXPECT_EQ(shown.Line1.caption, u"Solo");
-  EXPECT_EQ(shown.Line2.caption, u"");
-  EXPECT_TRUE(shown.Line1.italic);
-  EXPECT_EQ(shown.Height, 350);
-  EXPECT_EQ(shown.Top, 4000 - 5 * 350 + 250);
-  EXPECT_EQ(t.st.s.miItalStyle, u"I");
-  EXPECT_EQ(t.st.s.lowerlimit, 0);
-}
-
 }  // namespace
-}  // namespace quillon
+}  // namespace quillon::testing

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "core/timecode.h"
 #include "subtitling/editing_commands.h"
 #include "subtitling_fixture.h"
 
@@ -17,136 +16,84 @@ struct Editing : ::testing::Test {
 
 TEST_F(Editing, NextAndPreviousLeaveTheCursorInFrontOfATag) {
   t.open(u"Intro\n" + text);
-  cursor(0);
-  mnu_sub_next(t.st);
-  EXPECT_EQ(t.docs.selectionRange().start, at(u"SUB[0 N 00:00:01"));
-  mnu_sub_next(t.st);
-  EXPECT_EQ(t.docs.selectionRange().start, at(u"SUB[0 N 00:00:04"));
-  mnu_sub_prev(t.st);  // one paragraph back, then forward: the same tag
-  EXPECT_EQ(t.docs.selectionRange().start, at(u"SUB[0 N 00:00:04"));
-  cursor(at(u"Three"));
-  mnu_sub_prev(t.st);
-  EXPECT_EQ(t.docs.selectionRange().start, at(u"SUB[0 N 00:00:07"));
-  // From the last tag nothing lies ahead: the cursor stays behind it.
-  mnu_sub_next(t.st);
-  EXPECT_EQ(t.docs.selectionRange(), (TextRange{at(u"Three"), at(u"Three")}));
+  const struct {
+    void (*command)(Station&);
+    const char16_t* from;
+    const char16_t* to;
+  } moves[] = {
+      {mnu_sub_next, u"Intro", u"SUB[0 N 00:00:01"},
+      {mnu_sub_next, nullptr, u"SUB[0 N 00:00:04"},
+      {mnu_sub_prev, nullptr, u"SUB[0 N 00:00:04"},  // one paragraph back, then forward: the same tag
+      {mnu_sub_prev, u"Three", u"SUB[0 N 00:00:07"},
+      {mnu_sub_next, nullptr, u"Three"},  // from the last tag: behind it
+  };
+  for (const auto& m : moves) {
+    if (m.from) cursor(at(m.from));
+    m.command(t.st);
+    EXPECT_EQ(t.docs.selectionRange(), (TextRange{at(m.to), at(m.to)})) << toUtf8(m.to);
+  }
 }
 
-TEST_F(Editing, EditHandsTheTagUnderTheCursorToTheTimingEditor) {
+TEST_F(Editing, EditHandsTheTagUnderTheCursorToTheTimingEditorOrEndsOnAFailedScan) {
   std::vector<int> edited;
+  int ended = 0;
   t.st.editSubtitle = [&](Station& st, int i) {
     EXPECT_FALSE(st.s.checksDisabled);
     edited.push_back(i);
   };
+  t.st.endProgram = [&](Station&) { ++ended; };
   t.open(text + block("00:00:02:00", "00:00:02:10", "Out of order"));
   cursor(at(u"SUB[0 N 00:00:04") + 5);
   mnu_sub_edit(t.st);
   cursor(at(u"Three"));
   mnu_sub_edit(t.st);  // text, not a tag
   EXPECT_EQ(edited, std::vector<int>{2});
-  EXPECT_TRUE(t.boxes().empty());  // the checks were off for its scan
-}
-
-TEST_F(Editing, EditEndsTheProgramWhenTheScanFails) {
-  int ended = 0;
-  t.st.endProgram = [&](Station&) { ++ended; };
-  t.st.editSubtitle = [&](Station&, int) { ADD_FAILURE(); };
+  EXPECT_TRUE(t.ui.boxTexts().empty());  // the checks were off for its scan
   t.open(u"SUB[0 N 00:00:01:00-00:00:03:00]\nBroken\n\n");
   cursor(0);
   mnu_sub_edit(t.st);
   EXPECT_EQ(ended, 1);
+  EXPECT_EQ(edited.size(), 1u);
 }
 
-TEST_F(Editing, UndoRemovesTheLastTagAndGoesBackTwoSeconds) {
-  Session& s = t.st.s;
-  std::vector<double> seeks;
-  t.st.ira = [&](Station&, double p) { seeks.push_back(p); };
-  s.videoFile = u"video";
-  s.videoDuration = 100;
-  s.tcEnd = 100;
-  t.open(text);
-  mnu_undo(t.st);  // nothing taken yet
-  EXPECT_EQ(t.content(), text);
-  s.tagUndo[1] = u"SUB[0 N 00:00:04:00>00:00:06:00]\r";
-  s.tagUndoCount = 1;
-  mnu_undo(t.st);
-  EXPECT_EQ(t.content(), block("00:00:01:00", "00:00:03:00", "One") + u"Two\rlines\r\r" +
-                             block("00:00:07:00", "00:00:09:00", "Three"));
-  EXPECT_EQ(s.tagUndoCount, 0);
-  EXPECT_EQ(seeks, std::vector<double>{2});
-}
-
-TEST_F(Editing, MergeJoinsTheSelectedSubtitlesFromFirstCueInToLastCueOut) {
-  t.open(text);
-  t.docs.select({at(u"SUB[0 N 00:00:01"), at(u"Three")});
-  mnu_sub_merge(t.st);
-  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:09:00]\rOne\rTwo\rlines\rThree\r\r");
-}
-
-TEST_F(Editing, MergeOfASingleTagLosesItsCueOut) {
-  t.open(text);
-  t.docs.select({0, at(u"SUB[0 N 00:00:04")});
-  mnu_sub_merge(t.st);
-  EXPECT_EQ(left(t.content(), 25), u"SUB[0 N 00:00:01:00>]\rOne");
-  cursor(0);
-  const u16 before = t.content();
-  mnu_sub_merge(t.st);  // no selection: nothing to merge
-  EXPECT_EQ(t.content(), before);
-}
-
-TEST_F(Editing, DeleteTimingOnlyRenamesTheFirstTagInTheSelection) {
-  t.open(text);
-  t.docs.select({0, t.docs.length()});
-  mnu_sub_deltiming(t.st);
-  EXPECT_EQ(left(t.content(), 9), u"JOJO[0 N ");
-  EXPECT_EQ(t.boxes(), std::vector<u16>{u"luego de Execute"});
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
-}
-
-TEST_F(Editing, InterleaveRepairLeavesOneFrameMoreThanTheMinimum) {
-  t.st.s.minInterleave = 2;
-  t.st.s.g_fVideoRun = true;
+// Merge (from the first cue-in to the last cue-out; a single tag loses its
+// cue-out), delete timing (only the first tag, renamed), the interleave
+// repair (one frame more than the minimum) and hiding the timecodes (a box
+// per tag). What each leaves is in golden/editing_commands.txt.
+TEST(EditingCommands, EachCommandOnItsSelection) {
+  const u16 three = block("00:00:01:00", "00:00:03:00", "One") + block("00:00:04:00", "00:00:06:00", "Two\rlines") +
+                    block("00:00:07:00", "00:00:09:00", "Three");
   const u16 tight = block("00:00:01:00", "00:00:03:00", "One") + block("00:00:03:02", "00:00:05:00", "Two") +
                     block("00:00:05:03", "00:00:07:00", "Three") + block("00:00:06:00", "00:00:08:00", "Four") +
                     u"DUB[\r";
-  t.open(tight);
-  mnu_sub_changeinterleave(t.st);
-  EXPECT_EQ(t.content(), block("00:00:01:00", "00:00:03:00", "One") + block("00:00:03:03", "00:00:05:00", "Two") +
-                             block("00:00:05:03", "00:00:07:00", "Three") +
-                             block("00:00:07:03", "00:00:08:00", "Four") + u"DUB[\r");
-  EXPECT_TRUE(t.boxes().empty());
-  EXPECT_FALSE(t.st.s.checksDisabled);
-  EXPECT_FALSE(t.st.s.g_fVideoRun);
-  EXPECT_EQ(t.st.s.scan.cueIn[2], 3 + 2.0 / 30);  // the table keeps what it read
-  EXPECT_EQ(t.ui.pointer, Pointer::Default);
-
-  t.st.s.minInterleave = 0;
-  t.open(tight);
-  mnu_sub_changeinterleave(t.st);
-  EXPECT_EQ(t.content(), tight);
-}
-
-TEST_F(Editing, HideTimecodesWalksTheTagsOneByOne) {
-  t.open(text);
-  mnu_opc_hideTC(t.st);
-  EXPECT_EQ(t.boxes(), (std::vector<u16>{u"Timecode es SUB[0 N 00:00:01:00>00:00:03:00]",
-                                         u"Timecode es SUB[0 N 00:00:04:00>00:00:06:00]",
-                                         u"Timecode es SUB[0 N 00:00:07:00>00:00:09:00]"}));
-  EXPECT_EQ(t.docs.selectionRange(), t.docs.paragraph(1));
-  EXPECT_TRUE(t.st.view.panel(3).text.empty());
-  EXPECT_EQ(t.ui.pointer, Pointer::Default);
-}
-
-TEST_F(Editing, TimecodeOnTheClipboardIsAShortDubbingTag) {
-  t.st.view.LabTimecode.caption = u"00:01:02:03";
-  t.ui.clip = u"old";
-  mnu_opc_tcclip(t.st);
-  EXPECT_TRUE(t.st.s.timecodeInClipboard);
-  EXPECT_TRUE(t.st.view.menu("mnu_opc_tcclip").checked);
-  EXPECT_EQ(t.ui.clip, u"DUB[00:01:02:03]\t");
-  mnu_opc_tcclip(t.st);
-  EXPECT_FALSE(t.st.s.timecodeInClipboard);
-  EXPECT_TRUE(t.ui.clip.empty());
+  const struct {
+    const char* name;
+    void (*command)(Station&);
+    const u16& script;
+    long from, to;  // the selection; -1: the script's end
+    int interleave = 0;
+  } cases[] = {
+      {"merge of three", mnu_sub_merge, three, 0, 115},
+      {"merge of one", mnu_sub_merge, three, 0, 38},
+      {"merge of nothing", mnu_sub_merge, three, 0, 0},
+      {"delete timing", mnu_sub_deltiming, three, 0, -1},
+      {"interleave repair", mnu_sub_changeinterleave, tight, 0, 0, 2},
+      {"interleave repair without a minimum", mnu_sub_changeinterleave, tight, 0, 0},
+      {"hide timecodes", mnu_opc_hideTC, three, 0, 0},
+  };
+  u16 transcript;
+  for (const auto& c : cases) {
+    SubtitlingStation t;
+    t.st.s.minInterleave = static_cast<int16_t>(c.interleave);
+    t.st.s.g_fVideoRun = true;
+    t.open(c.script);
+    t.docs.select({c.from, c.to < 0 ? t.docs.length() : c.to});
+    c.command(t.st);
+    transcript += leftBy(c.name, t);
+    EXPECT_FALSE(t.st.s.checksDisabled) << c.name;
+    EXPECT_EQ(t.ui.pointer, Pointer::Default) << c.name;
+  }
+  EXPECT_EQ(lines(transcript), golden("subtitling/golden/editing_commands.txt"));
 }
 
 }  // namespace

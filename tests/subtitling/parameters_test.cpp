@@ -32,6 +32,8 @@ TEST_F(Parameters, EachParameterKeepsItsRangeAndResetValue) {
   const Get fast = [](const Session& s) { return s.fastThreshold; };
   const Get slow = [](const Session& s) { return s.slowThreshold; };
   const Get seq = [](const Session& s) { return s.nextSeqNumber; };
+  const Get chars = [](const Session& s) { return s.maxCharsRow; };
+  const Get font = [](const Session& s) { return s.overlayFontSize; };  // the overlay's, from the row length
   const Case cases[] = {
       {mnu_tex_par_vel, "Enter reading speed (Characters per second, 1-30)", speed, u"30", 30},
       {mnu_tex_par_vel, nullptr, speed, u"", 30},
@@ -53,65 +55,20 @@ TEST_F(Parameters, EachParameterKeepsItsRangeAndResetValue) {
       {mnu_sub_par_slow, nullptr, slow, u"0", 0},
       {mnu_sub_par_seq, "Enter next sequential number for subtitle", seq, u"200", 200},
       {mnu_sub_par_seq, nullptr, seq, u"0", 1},
+      {mnu_sub_par_cxl, "Enter max number of displayable characters per row", chars, u"39", 39},
+      {mnu_sub_par_cxl, nullptr, font, u"39", 10},
+      {mnu_sub_par_cxl, nullptr, font, u"38", 11},
+      {mnu_sub_par_cxl, nullptr, font, u"33", 11},
+      {mnu_sub_par_cxl, nullptr, font, u"32", 12},
+      {mnu_sub_par_cxl, nullptr, chars, u"101", 32},
   };
   for (const auto& c : cases) {
     answer(c.typed);
     c.command(t.st);
     EXPECT_EQ(c.value(t.st.s), c.expected) << toUtf8(c.typed);
-    if (c.prompt) EXPECT_EQ(t.ui.inputPrompts.back(), fromLatin1(c.prompt));
+    if (c.prompt) { EXPECT_EQ(t.ui.inputPrompts.back(), fromLatin1(c.prompt)); }
   }
-}
-
-TEST_F(Parameters, ReadingSpeedIsOfferedAndShownInPanelThree) {
-  t.st.s.readingSpeed = 9.5;
-  mnu_tex_par_vel(t.st);  // no answer queued: the offered value comes back
-  EXPECT_EQ(t.st.s.readingSpeed, 9.5);
-  EXPECT_EQ(t.st.view.panel(3).text, u"10");
-  EXPECT_EQ(t.st.view.panel(3).toolTip, u"Reading speed = 10 characters per second.");
-}
-
-TEST_F(Parameters, CharactersPerRowSetPanelFourAndTheOverlayFont) {
-  struct Case {
-    const char16_t* typed;
-    int16_t value, font;
-    const char16_t* panel;
-  } cases[] = {{u"39", 39, 10, u"39"}, {u"38", 38, 11, u"38"}, {u"33", 33, 11, u"33"},
-               {u"32", 32, 12, u"32"}, {u"5", 5, 12, u"05"},   {u"101", 32, 12, u"32"}};
-  for (const auto& c : cases) {
-    answer(c.typed);
-    mnu_sub_par_cxl(t.st);
-    EXPECT_EQ(t.st.s.maxCharsRow, c.value) << toUtf8(c.typed);
-    EXPECT_EQ(t.st.s.overlayFontSize, c.font) << toUtf8(c.typed);
-    EXPECT_EQ(t.st.view.panel(4).text, c.panel);
-    EXPECT_EQ(t.st.view.panel(4).toolTip, u16(u"Max chars per line = ") + c.panel);
-  }
-  EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter max number of displayable characters per row");
-}
-
-TEST_F(Parameters, OptionItemsToggleTheirPanelAndTheSimulationItemsExcludeEachOther) {
-  mnu_sub_opc_chk(t.st);
-  EXPECT_TRUE(t.st.s.readingSpeedCheck);
-  EXPECT_TRUE(t.st.view.menu("mnu_sub_opc_chk").checked);
-  EXPECT_TRUE(t.st.view.panel(7).enabled);
-  EXPECT_EQ(t.st.view.panel(7).toolTip, u"Reading speed check enabled.");
-  mnu_sub_opc_chk(t.st);
-  EXPECT_FALSE(t.st.view.panel(7).enabled);
-  EXPECT_EQ(t.st.view.panel(7).toolTip, u"Reading speed check disabled.");
-
-  t.st.view.menu("mnu_dub_opc_sim").checked = true;
-  mnu_sub_opc_sim(t.st);
-  EXPECT_TRUE(t.st.view.menu("mnu_sub_opc_sim").checked);
-  EXPECT_FALSE(t.st.view.menu("mnu_dub_opc_sim").checked);
-  t.st.view.menu("mnu_dub_opc_sim").checked = true;
-  mnu_sub_opc_sim(t.st);  // switching it off leaves the dubbing option alone
-  EXPECT_TRUE(t.st.view.menu("mnu_dub_opc_sim").checked);
-  // The dubbing item is the same switch the other way round.
-  mnu_dub_opc_sim(t.st);
-  EXPECT_FALSE(t.st.view.menu("mnu_dub_opc_sim").checked);
-  mnu_sub_opc_sim(t.st);
-  mnu_dub_opc_sim(t.st);
-  EXPECT_TRUE(t.st.view.menu("mnu_dub_opc_sim").checked);
-  EXPECT_FALSE(t.st.view.menu("mnu_sub_opc_sim").checked);
+  EXPECT_EQ(t.st.view.panel(4).toolTip, u"Max chars per line = 32");
 }
 
 }  // namespace

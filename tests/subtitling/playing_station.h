@@ -5,6 +5,7 @@
 
 #include <array>
 #include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -74,6 +75,16 @@ struct PlayingStation : TestStation {
   std::vector<Action> actions;
   size_t next = 0;
 };
+
+// The subtitle overlay in one line: shown or not, place and height, then
+// each line's text, colour (hex), italics and alignment.
+inline std::string overlay(const FormaSubState& f) {
+  std::ostringstream o;
+  o << (f.Visible ? "shown" : "hidden") << " at " << f.Left << "," << f.Top << " height " << f.Height << std::hex;
+  for (const OverlayLine* l : {&f.Line1, &f.Line2})
+    o << " | " << toUtf8(l->caption) << " " << l->foreColor << (l->italic ? " italic" : "") << " align " << l->alignment;
+  return o.str();
+}
 
 // The window as a timing run or an edit leaves it: everything enabled, the
 // run over, the overlays hidden.

@@ -6,14 +6,6 @@
 namespace quillon::testing {
 namespace {
 
-struct Statistics : ::testing::Test {
-  SubtitlingStation t;
-  void window(double start, double end) {
-    t.st.s.tcStart = start;
-    t.st.s.tcEnd = end;
-  }
-};
-
 // Minute 0 holds a whole subtitle, minute 1 only one that crosses into
 // minute 2, minute 2 another whole one.
 const char16_t* kScript =
@@ -22,25 +14,18 @@ const char16_t* kScript =
     u"SUB[0 N 00:02:10:00>00:02:12:00]\nThree\n\n"
     u"DUB[0 N 00:02:20:00>00:02:22:00] ANNA\nSpoken\n\nDUB[\n";
 
-TEST_F(Statistics, BoxCountsLinesCharactersAndWholeSubtitledMinutes) {
-  t.open(kScript);
-  window(0, 240);
-  mnu_sim_est(t.st);
-  ASSERT_EQ(t.boxes().size(), 1u);
-  EXPECT_EQ(t.boxes()[0],
-            u"Subtitling Statistics :\rFile: Script1.txt\r\rTotal subtitles: 3\r\r1-line: 2\r2-line: 1\r\r"
-            u"Total characters: 23\rSubtitled minutes: 2 = 50%");
-  EXPECT_EQ(t.ui.lastBox().buttons, Buttons::OK);
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
-}
-
 // One subtitle in each minute of a 90-second window: the part minute counts.
 const char16_t* kEachMinute =
     u"SUB[0 N 00:00:10:00>00:00:12:00]\nOne\n\nSUB[0 N 00:01:10:00>00:01:12:00]\nTwo\n\nSUB[\n";
 
-// The percentage counts the minutes of the window walked, none without a
-// window; a selection holding tags limits the count.
-TEST_F(Statistics, WindowAndSelectionShapeTheCounts) {
+// Counts lines, characters and whole subtitled minutes; the percentage
+// counts the minutes of the window walked, none without a window; a
+// selection holding tags limits the count.
+TEST(Statistics, WindowAndSelectionShapeTheCounts) {
+  SubtitlingStation t;
+  const u16 whole =
+      u"Subtitling Statistics :\rFile: Script5.txt\r\rTotal subtitles: 3\r\r1-line: 2\r2-line: 1\r\r"
+      u"Total characters: 23\rSubtitled minutes: 2 = 50%";
   const struct {
     double start, end;
     long selectionEnd;
@@ -49,32 +34,24 @@ TEST_F(Statistics, WindowAndSelectionShapeTheCounts) {
   } cases[] = {{0, 150, 0, u"Subtitled minutes: 2 = 80%"},
                {0, 0, 0, u"Subtitled minutes: 0 = 00%"},
                {0, 240, 39, u"Total subtitles: 1\r"},
-               {0, 90, 0, u"Subtitled minutes: 2 = 133%", kEachMinute}};
+               {0, 90, 0, u"Subtitled minutes: 2 = 133%", kEachMinute},
+               {0, 240, 0, whole.c_str()}};
   for (const auto& c : cases) {
     SCOPED_TRACE(toUtf8(c.expected));
     t.open(c.script);
-    window(c.start, c.end);
+    t.st.s.tcStart = c.start;
+    t.st.s.tcEnd = c.end;
     t.docs.select({0, c.selectionEnd});
     auto text = subtitleStatistics(t.st);
     ASSERT_TRUE(text);
     EXPECT_NE(text->find(c.expected), u16::npos) << toUtf8(*text);
   }
+  mnu_sim_est(t.st);
+  EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{whole});
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::None);
   t.open(u"Just text\n");
   mnu_sim_est(t.st);
-  EXPECT_TRUE(t.boxes().empty());
-}
-
-TEST_F(Statistics, ListShowsSubtitlesOnlyWithTheirLineBreakAsABar) {
-  t.open(kScript);
-  mnu_sub_out(t.st);
-  const u16 list =
-      u"Subtitle number\tCue-in\tCue-out\tDuration\tText\r"
-      u"1\t00:00:10:00\t00:00:12:00\t00:00:02:00\tOne\r"
-      u"2\t00:01:58:00\t00:02:01:00\t00:00:03:00\tAcross|the edge\r"
-      u"3\t00:02:10:00\t00:02:12:00\t00:00:02:00\tThree\r";
-  ASSERT_EQ(t.boxes().size(), 1u);
-  EXPECT_EQ(t.boxes()[0], list);
-  EXPECT_EQ(t.ui.clip, list);
+  EXPECT_EQ(t.ui.boxTexts().size(), 1u);
 }
 
 }  // namespace

@@ -3,97 +3,54 @@
 #include "subtitling/editing_commands.h"
 #include "subtitling/playing_station.h"
 #include "subtitling/timing_loop.h"
+#include "subtitling_fixture.h"
 
-namespace quillon {
+namespace quillon::testing {
 namespace {
 
-using testing::PlayingStation;
-using testing::windowRestored;
-
-u16 timed(const char* in, const char* out, const char* text) {
-  return u"SUB[0 N " + fromLatin1(in) + u">" + fromLatin1(out) + u"]\r" + fromLatin1(text) + u"\r\r";
-}
-
 // Untimed texts between two subtitles already timed at 1-3 s and 12-14 s.
-const u16 kScript = timed("00:00:01:00", "00:00:03:00", "Early") +
+const u16 kScript = block("00:00:01:00", "00:00:03:00", "Early") +
                     u"One\r\rTwo first line\rtwo second line\r\rThree\r\r" +
-                    timed("00:00:12:00", "00:00:14:00", "Late");
+                    block("00:00:12:00", "00:00:14:00", "Late");
 
-TEST(TimingModes, OneItemCheckedAndItsLetterInPanelTwo) {
-  testing::TestStation t;
-  EXPECT_EQ(timingMode(t.st), TimingMode::Interactive);
-  mnu_tex_opc_asis(t.st);
-  mnu_tex_opc_less(t.st);
-  EXPECT_EQ(timingMode(t.st), TimingMode::Textless);
-  EXPECT_FALSE(t.st.view.menu("mnu_tex_opc_asis").checked);
-  EXPECT_TRUE(t.st.view.menu("mnu_tex_opc_less").checked);
-  EXPECT_EQ(t.st.view.panel(2).text, u"X");
-  EXPECT_EQ(t.st.view.panel(2).toolTip, u"Timing mode = Text-less.");
-  mnu_tex_opc_int(t.st);
-  EXPECT_EQ(t.st.view.panel(2).text, u"I");
-  EXPECT_EQ(t.st.view.panel(2).toolTip, u"Timing mode = Interactive.");
-}
-
-struct Interactive : ::testing::Test {
+TEST(TimingRun, InteractiveWritesTagsClearOfTimedSubtitlesShowsTheTextAndUndoesTheLastTag) {
   PlayingStation t;
   FormaSubState seenBeforeCueIn, seenAfterCueIn;
   LabelState durAfterReadingTime;
-  void SetUp() override {
-    t.open(kScript);
-    t.italicise(u"two second line");
-    t.cursorAt(u"One");
-    t.st.view.LabCom.caption = u"kept in";
-    t.st.view.LabDur.caption = u"kept out";
-    t.markAt(2.0);   // One: in 1.8 lies inside Early, so it moves behind it
-    t.markAt(4.0);
-    t.when(4.5, [&] { seenBeforeCueIn = t.st.view.overlays.FormaSub; });
-    t.markAt(5.0);   // the two-line subtitle
-    t.when(6.0, [&] { seenAfterCueIn = t.st.view.overlays.FormaSub; });
-    t.when(8.0, [&] { durAfterReadingTime = t.st.view.LabDur; });
-    t.markAt(12.5);  // out 12.3 runs into Late and is pulled back
-    t.markAt(15.0);  // Three, after Late
-    t.markAt(15.5);  // below the one-line floor of 16.0
-  }
-};
-
-TEST_F(Interactive, WritesTagsClearOfTimedSubtitlesShowsTheTextAndUndoesTheLastTag) {
+  t.open(kScript);
+  t.italicise(u"two second line");
+  t.cursorAt(u"One");
+  t.markAt(2.0);  // One: in 1.8 lies inside Early, so it moves behind it
+  t.markAt(4.0);
+  t.when(4.5, [&] { seenBeforeCueIn = t.st.view.overlays.FormaSub; });
+  t.markAt(5.0);  // the two-line subtitle
+  t.when(6.0, [&] { seenAfterCueIn = t.st.view.overlays.FormaSub; });
+  t.when(8.0, [&] { durAfterReadingTime = t.st.view.LabDur; });
+  t.markAt(12.5);  // out 12.3 runs into Late and is pulled back
+  t.markAt(15.0);  // Three, after Late
+  t.markAt(15.5);  // below the one-line floor of 16.0
   timingLoop(t.st);
-  EXPECT_EQ(t.content(), timed("00:00:01:00", "00:00:03:00", "Early") +
-                             timed("00:00:03:01", "00:00:03:20", "One") +
+  EXPECT_EQ(t.content(), block("00:00:01:00", "00:00:03:00", "Early") +
+                             block("00:00:03:01", "00:00:03:20", "One") +
                              u"SUB[0 2 00:00:04:20>00:00:11:24]\rTwo first line\rtwo second line\r\r" +
-                             timed("00:00:14:20", "00:00:15:20", "Three") +
-                             timed("00:00:12:00", "00:00:14:00", "Late"));
+                             block("00:00:14:20", "00:00:15:20", "Three") +
+                             block("00:00:12:00", "00:00:14:00", "Late"));
   EXPECT_EQ(t.st.s.tagUndoCount, 3);
-  EXPECT_EQ(t.st.s.tagUndo[2], u"SUB[0 2 00:00:04:20>00:00:11:24]\r");
   // The floor held the last subtitle's cue-out: the run waited for 16 s,
   // then stopped on the timed text behind it.
   EXPECT_GE(t.st.s.g_dblPosActual, 16.0);
   EXPECT_LT(t.st.s.g_dblPosActual, 16.1);
 
   // The coming text grey, white from its cue-in on.
-  const FormaSubState& f = seenBeforeCueIn;
-  EXPECT_TRUE(f.Visible);
-  EXPECT_EQ(f.Line1.caption, u"Two first line");
-  EXPECT_EQ(f.Line2.caption, u"two second line");
-  EXPECT_EQ(f.Line1.foreColor, 0xC0C0C0u);
-  EXPECT_FALSE(f.Line1.italic);
-  EXPECT_TRUE(f.Line2.italic);
-  EXPECT_EQ(f.Height, 700);
-  EXPECT_EQ(f.Top, 4000);
-  EXPECT_EQ(f.Left, 60);
-  EXPECT_EQ(f.Line1.alignment, kAlignCentre);
-  EXPECT_EQ(seenAfterCueIn.Line1.foreColor, 0xFFFFFFu);
-  EXPECT_EQ(seenAfterCueIn.Line2.foreColor, 0xFFFFFFu);
+  EXPECT_EQ(overlay(seenBeforeCueIn),
+            "shown at 60,4000 height 700 | Two first line c0c0c0 align 2 | two second line c0c0c0 italic align 2");
+  EXPECT_EQ(overlay(seenAfterCueIn),
+            "shown at 60,4000 height 700 | Two first line ffffff align 2 | two second line ffffff italic align 2");
   // 31 characters at 14 a second after the cue-in at 5 s, green once read.
   EXPECT_EQ(durAfterReadingTime.caption, u"00:00:07:05");
   EXPECT_EQ(durAfterReadingTime.foreColor, 65280u);
 
   EXPECT_TRUE(windowRestored(t.st));
-  EXPECT_EQ(t.st.view.LabCom.caption, u"kept in");
-  EXPECT_EQ(t.st.view.LabDur.caption, u"kept out");
-  EXPECT_EQ(t.st.view.overlays.focus, "slVideo");
-  EXPECT_EQ(t.ui.pointer, Pointer::Default);
-  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Play");
 
   mnu_undo(t.st);
   EXPECT_EQ(t.st.s.tagUndoCount, 2);
@@ -123,9 +80,7 @@ TEST(TimingRun, MarksKeepTheDelayInForceAndTheOverlayKeysStyleAndPlace) {
   timingLoop(t.st);
   EXPECT_EQ(t.content(), u"SUB[3RI 00:00:01:20>00:00:03:20]\rAlpha\r\rSUB[3RN 00:00:05:15>00:00:07:15]\rBeta\r\r");
   // Place and alignment carry over to the next text; the style does not.
-  EXPECT_EQ(beta.Top, 4000 - 3 * 350 + 250);
-  EXPECT_EQ(beta.Line1.alignment, kAlignRight);
-  EXPECT_FALSE(beta.Line1.italic);
+  EXPECT_EQ(overlay(beta), "shown at 60,3200 height 350 | Beta c0c0c0 align 3 |  ffffff align 3");
   EXPECT_TRUE(windowRestored(t.st));
 }
 
@@ -145,39 +100,33 @@ TEST(TimingRun, AssistedTakesTheCueOutFromTheTextAndOutNextInChains) {
   EXPECT_TRUE(windowRestored(t.st));
 }
 
-struct Textless : ::testing::Test {
-  PlayingStation t;
-  FormaSubState seen;
-  void SetUp() override {
+// Text-less marks write a numbered list with sequential numbering, else
+// tags each with an empty paragraph.
+TEST(TimingRun, TextlessMarksWriteAListOrEmptyTags) {
+  for (bool numbered : {true, false}) {
+    PlayingStation t;
     mnu_tex_opc_less(t.st);
+    t.st.s.sequentialNumbering = numbered;
+    t.st.s.nextSeqNumber = 7;
+    t.st.s.minimiseSubtitleWindow = !numbered;
     t.open(u"Notes\r");
     t.cursorAt(u"Notes");
+    FormaSubState seen;
     t.when(1.0, [&] { seen = t.st.view.overlays.FormaSub; });
     t.markAt(2.0);
     t.markAt(4.0);
     t.markAt(5.0);
     t.markAt(5.5);  // held to the one-line floor of 6.0
     t.escapeAt(7.0);
+    timingLoop(t.st);
+    EXPECT_EQ(t.content(), numbered ? u"0007\t00:00:01:20\t00:00:03:20\r0008\t00:00:04:20\t00:00:05:20\rNotes\r"
+                                    : u"SUB[0 N 00:00:01:20>00:00:03:20]\r\rSUB[0 N 00:00:04:20>00:00:05:20]\r\rNotes\r");
+    EXPECT_EQ(t.st.s.nextSeqNumber, numbered ? 9 : 7);
+    EXPECT_EQ(seen.Line1.caption, u"NO TEXT");
+    EXPECT_EQ(seen.BackColor, numbered ? 0u : 65535u);
+    EXPECT_EQ(t.st.s.tagUndoCount, 0);
+    EXPECT_TRUE(windowRestored(t.st));
   }
-};
-
-TEST_F(Textless, NumberedListWithSequentialNumbering) {
-  t.st.s.sequentialNumbering = true;
-  t.st.s.nextSeqNumber = 7;
-  timingLoop(t.st);
-  EXPECT_EQ(t.content(), u"0007\t00:00:01:20\t00:00:03:20\r0008\t00:00:04:20\t00:00:05:20\rNotes\r");
-  EXPECT_EQ(t.st.s.nextSeqNumber, 9);
-  EXPECT_EQ(seen.Line1.caption, u"NO TEXT");
-  EXPECT_EQ(t.st.s.tagUndoCount, 0);
-  EXPECT_TRUE(windowRestored(t.st));
-}
-
-TEST_F(Textless, TagsWithAnEmptyParagraphWithoutNumbering) {
-  t.st.s.minimiseSubtitleWindow = true;
-  timingLoop(t.st);
-  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:20>00:00:03:20]\r\rSUB[0 N 00:00:04:20>00:00:05:20]\r\rNotes\r");
-  EXPECT_EQ(seen.BackColor, 65535u);
-  EXPECT_TRUE(windowRestored(t.st));
 }
 
 // Every way out of a run leaves the window and the script as they were.
@@ -192,12 +141,11 @@ TEST(TimingRun, EveryWayOutRestoresTheWindow) {
       {"escape", u"Alpha\r\r", true, u""},
       {"script end", u"\r\r\r", false, u""},
       {"timed text", u"CAP[0NC 00:00:01:00>00:00:02:00]\rAlpha\r\r", false, u""},
-      {"long first line", u"This line holds far more than thirty-two characters\r\r", false,
-       u"Error: Maximum number of characters per row (32) exceeded in \r\rThis line holds far more than "
-       u"thirty-two characters\r\r"},
-      {"long second line", u"Short\rThis line holds far more than thirty-two characters\r\r", false,
-       u"Error: Maximum number of characters per row (32) exceeded in second line in \r\rThis line holds far "
-       u"more than thirty-two characters\r\r"},
+      {"long first line", u"Thirty-three characters on a line\r\r", false,
+       u"Error: Maximum number of characters per row (32) exceeded in \r\rThirty-three characters on a line\r\r"},
+      {"long second line", u"Short\rThirty-three characters on a line\r\r", false,
+       u"Error: Maximum number of characters per row (32) exceeded in second line in \r\rThirty-three "
+       u"characters on a line\r\r"},
   };
   for (const WayOut& w : ways) {
     SCOPED_TRACE(w.name);
@@ -226,4 +174,4 @@ TEST(TimingRun, VideoEndDuringTheCueOutStillWritesTheTag) {
 }
 
 }  // namespace
-}  // namespace quillon
+}  // namespace quillon::testing
