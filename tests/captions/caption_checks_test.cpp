@@ -27,10 +27,7 @@ TEST_F(CaptionScan, ReadsAttributesTimesAndUpToFourRows) {
   EXPECT_EQ(t.alignChar[1], u'R');
   EXPECT_DOUBLE_EQ(t.cueIn[1], 1.0);
   EXPECT_DOUBLE_EQ(t.cueOut[2], 6.5);
-  EXPECT_EQ(t.captionRows[1][0], u"One");
-  EXPECT_EQ(t.captionRows[1][1], u"Two");
-  EXPECT_EQ(t.captionRows[1][2], u"");
-  EXPECT_EQ(t.captionRows[1][3], u"");
+  EXPECT_EQ(t.captionRows[1], (std::array<u16, 4>{u"One", u"Two", u"", u""}));
   EXPECT_EQ(t.captionRows[2][3], u"D");
   EXPECT_TRUE(t.isSubtitle[2]);
   EXPECT_TRUE(ts.ui.boxes.empty());

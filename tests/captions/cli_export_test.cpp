@@ -24,23 +24,16 @@ struct CliExport : ::testing::Test {
   }
 };
 
-TEST_F(CliExport, SccMatchesTheStationsFile) {
-  ASSERT_EQ(run("export scc '" + script + "' -o '" + dir + "/out.scc'"), 0);
-  EXPECT_EQ(testing::readFile(dir + "/out.scc"),
+TEST_F(CliExport, SccAndUltFilesTheAnswerAndTheFields) {
+  const std::string scc = dir + "/out.scc";
+  std::ofstream(scc) << "keep";
+  EXPECT_EQ(run("export scc --answer no '" + script + "' -o '" + scc + "'"), 1);
+  EXPECT_EQ(testing::readFile(scc), "keep");
+  ASSERT_EQ(run("export scc --answer yes '" + script + "' -o '" + scc + "'"), 0);
+  EXPECT_EQ(testing::readFile(scc),
             "Scenarist_SCC V1.0\r\n\r\n00:00:05:00\t942c\r\n\r\n"
             "00:00:09:27\t9420 94f8 c8e9 a180 942c 8080 8080 942f\r\n\r\n00:00:12:00\t942c\r\n\r\n");
-}
 
-TEST_F(CliExport, ExistingFileStaysOnNo) {
-  const std::string out = dir + "/keep.scc";
-  std::ofstream(out) << "keep";
-  EXPECT_EQ(run("export scc --answer no '" + script + "' -o '" + out + "'"), 1);
-  EXPECT_EQ(testing::readFile(out), "keep");
-  EXPECT_EQ(run("export scc --answer yes '" + script + "' -o '" + out + "'"), 0);
-  EXPECT_NE(testing::readFile(out), "keep");
-}
-
-TEST_F(CliExport, UltCarriesTheProgramInfo) {
   ASSERT_EQ(run("export ult --field ProgramInfo=ABC '" + script + "' -o '" + dir + "/out.ult'"), 0);
   const std::string file = testing::readFile(dir + "/out.ult");
   ASSERT_EQ(file.size(), 232u + 3 + 12 + 19 + 10);

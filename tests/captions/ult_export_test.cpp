@@ -59,8 +59,6 @@ TEST_F(UltExport, TwoCaptionsATenthApartShareNoClear) {
                 hex("f1 1000 0000 0a00 1420 1478 486921 142c 142f 00") +
                 hex("f1 0f00 0000 0c03 1420 1470 4f6b 142c 142f 00") + hex("f1 0700 0000 0e00 142c 00") +
                 hex("f1 0f00 0000 1400 1420 1478 4e6f 142c 142f 00") + hex("f1 0700 0000 1600 142c 00"));
-  EXPECT_EQ(ts.ui.saveRequests.at(0).title, u"Create ULTECH Closed Caption file (*.ult)");
-  EXPECT_EQ(ts.ui.saveRequests.at(0).filter, u"ULTECH closed caption files (*.ult)|*.ult");
   EXPECT_EQ(ts.ui.saveRequests.at(0).defaultName, u"Script1.ult");
 }
 
@@ -112,12 +110,8 @@ TEST_F(UltExport, WrongExtensionWritesNothing) {
 TEST_F(UltExport, CancelWhileWritingLeavesAnEmptyFile) {
   // Enough captions for the write to take several steps.
   u16 script;
-  for (int i = 0; i < 200; ++i) {
-    const int s = 10 + 3 * i;
-    script += u"CAP[0NC 00:" + formatNumber(s / 60, "00") + u":" + formatNumber(s % 60, "00") + u":00>00:" +
-              formatNumber((s + 2) / 60, "00") + u":" + formatNumber((s + 2) % 60, "00") +
-              u":00]\rSome caption text here\r\r";
-  }
+  for (int i = 0; i < 200; ++i)  // a subtitle tag's fields in a caption's order
+    script += u"CAP" + subtitleTag(0, u'N', u'C', 10 + 3 * i, 12 + 3 * i, 30).substr(3) + u"Some caption text here\r\r";
   ts.open(script);
   const std::string path = dir + "/cancelled.ult";
   ts.ui.savePaths.push_back(path);

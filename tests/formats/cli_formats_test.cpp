@@ -29,10 +29,7 @@ class FormatsCli : public ::testing::Test {
   void SetUp() override {
     if (!std::filesystem::exists(QUILLON_CLI_PATH)) GTEST_SKIP() << "quillon-cli not built";
     dir = tempDir("cli-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    std::string text = toUtf8(testing::script(testing::kSampleScript));
-    for (char& c : text)
-      if (c == '\r') c = '\n';
-    std::ofstream(dir + "/script.txt", std::ios::binary) << text;
+    std::filesystem::copy_file(testing::goldenPath("sample_script.txt"), dir + "/script.txt");
   }
   std::string dir;
 };
@@ -48,24 +45,6 @@ TEST_F(FormatsCli, StlExportWithFieldsMatchesTheLibrary) {
   EXPECT_EQ(file.substr(0, 1024), golden.substr(0, 1024));
   EXPECT_EQ(file.substr(1024 + 128), golden.substr(1024 + 128));
   EXPECT_NE(file.find("Title: script\x0A"), std::string::npos);
-}
-
-TEST_F(FormatsCli, StlExportWritesTheFirstCueInAsTcf) {
-  std::ofstream(dir + "/first.txt") << "SUB[0 N 00:00:01:00>00:00:02:00]\nOne\n\nSUB[0 N 00:00:03:00>00:00:04:00]\nTwo\n\nSUB[\n";
-  CliRun r = cli(dir, "export stl " + dir + "/first.txt -o " + dir + "/first.stl");
-  ASSERT_EQ(r.code, 0) << r.err;
-  EXPECT_EQ(readFile(dir + "/first.stl").substr(264, 8), "00000100");
-}
-
-// A file of another kind: status 1 with the box's words, and no script written.
-TEST_F(FormatsCli, ImportOfAFileOfAnotherKindStopsWithItsName) {
-  std::ofstream(dir + "/letter.txt") << "Dear operator,\nthis is a letter.\n\nIt ends here.\n\n";
-  for (const char* format : {"stl", "srt", "subl", "dos850"}) {
-    CliRun r = cli(dir, std::string("import ") + format + " " + dir + "/letter.txt -o " + dir + "/out.txt");
-    EXPECT_EQ(r.code, 1) << format << r.err;
-    EXPECT_EQ(r.err.rfind("QUILLON: Error: " + dir + "/letter.txt is not ", 0), 0u) << format << r.err;
-    EXPECT_FALSE(std::filesystem::exists(dir + "/out.txt")) << format;
-  }
 }
 
 TEST_F(FormatsCli, MessagesAndExitCodes) {

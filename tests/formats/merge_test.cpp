@@ -33,21 +33,18 @@ TEST(TimingLoad, EntriesCardsAndTheClosingMessage) {
 }
 
 TEST(TimingLoad, RefusalsAndFormatError) {
-  FormatsStation t;
-  t.open(u"0001\tshor");  // ten characters with the paragraph mark
-  EXPECT_FALSE(cargarTiming(t.st));
-  EXPECT_EQ(t.ui.lastBox().text, u"Subtitle File Error: No subtitles loaded. ");
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::Exclamation);
-
-  FormatsStation one;
-  one.open(u"0001\t10:00:01:00\t10:00:03:00\n");
-  EXPECT_FALSE(cargarTiming(one.st));  // a single entry is refused
-  EXPECT_EQ(one.ui.lastBox().text, u"Subtitle File Error: No subtitles loaded. ");
-
-  FormatsStation bad;
-  bad.open(u"Header text\n0001\t10:00:01:00\t10:00:03:00\n0002\tNOT A TIMECODE\n");
-  EXPECT_FALSE(cargarTiming(bad.st));
-  EXPECT_EQ(bad.ui.boxTexts().back(), u"Format error in timing file.");
+  const std::pair<const char16_t*, const char16_t*> cases[] = {
+      {u"0001\tshor", u"Subtitle File Error: No subtitles loaded. "},  // ten characters with the paragraph mark
+      {u"0001\t10:00:01:00\t10:00:03:00\n", u"Subtitle File Error: No subtitles loaded. "},  // a single entry
+      {u"Header text\n0001\t10:00:01:00\t10:00:03:00\n0002\tNOT A TIMECODE\n", u"Format error in timing file."},
+  };
+  for (const auto& [text, box] : cases) {
+    FormatsStation t;
+    t.open(text);
+    EXPECT_FALSE(cargarTiming(t.st));
+    EXPECT_EQ(t.ui.boxTexts().back(), box);
+    EXPECT_EQ(t.ui.lastBox().icon, Icon::Exclamation);
+  }
 }
 
 TEST(TimingMerge, TagsNumberedParagraphsAndReportsGaps) {
@@ -92,14 +89,13 @@ TEST(TimingMerge, CleanMergeAndTheWalkStopsAtTheFirstParagraphCount) {
   ASSERT_TRUE(cargarTiming(u.st));
   u.open(u"0001\nUno\n0002\nDos\n0002.A\nDos A\n0003\nTres\n");
   EXPECT_EQ(mergeTiming(u.st), u"Warning: Different number of subtitles in timing file (3) and text files (2).\r");
-}
 
-TEST(TimingMerge, WithoutALoadReportsSuccessAndTouchesNothing) {
-  FormatsStation t;
-  MemoryDocument& text = t.open(u"0001\nUno\n");
-  EXPECT_EQ(mergeTiming(t.st), u"");
-  EXPECT_EQ(t.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
-  EXPECT_EQ(plainTextBytes(text), "0001\nUno\n");
+  // Without a load nothing is touched, and that is a success.
+  FormatsStation none;
+  MemoryDocument& plain = none.open(u"0001\nUno\n");
+  EXPECT_EQ(mergeTiming(none.st), u"");
+  EXPECT_EQ(none.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
+  EXPECT_EQ(plainTextBytes(plain), "0001\nUno\n");
 }
 
 }  // namespace
