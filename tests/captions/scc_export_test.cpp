@@ -7,83 +7,44 @@
 #include "captions/scc_export.h"
 #include "captions/scc_preflight.h"
 #include "script/tag_grammar.h"
+#include "golden.h"
 #include "support/station_fixture.h"
 
 namespace quillon {
 namespace {
 
-const std::string kHead = "Scenarist_SCC V1.0\r\n\r\n";
-
-// Each data line with its empty line behind.
-std::string lines(std::initializer_list<const char*> ls) {
-  std::string out;
-  for (const char* l : ls) out += std::string(l) + "\r\n\r\n";
-  return out;
-}
-
 struct SccExport : ::testing::Test {
   testing::TestStation ts;
   void SetUp() override { installCaptionChecks(ts.st); }
-  std::string scc(std::u16string_view script) {
-    ts.open(script);
-    EXPECT_TRUE(scanCaptions(ts.st, ScanMode::WholeScript));
-    return sccText(ts.st);
-  }
 };
 
-TEST_F(SccExport, TwoCaptionsOneSecondApartShareNoClear) {
-  EXPECT_EQ(scc(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
-                u"CAP[0NC 00:00:13:00>00:00:15:00]\nYes\n\n"
-                u"CAP[0NC 00:00:20:00>00:00:22:00]\nNo\n"),
-            kHead + lines({"00:00:05:00\t942c", "00:00:09:27\t9420 94f8 c8e9 a180 942c 8080 8080 942f",
-                           "00:00:12:27\t9420 94f8 d9e5 7380 942c 8080 8080 942f", "00:00:15:00\t942c",
-                           "00:00:19:28\t9420 94f8 ceef 942c 8080 8080 942f", "00:00:22:00\t942c"}));
-  EXPECT_TRUE(ts.ui.boxes.empty());
-  EXPECT_EQ(ts.st.view.panel(3).text, u"");
-}
-
-// One caption each, the clear before, the load and the clear at its cue-out.
-TEST_F(SccExport, PacPlacesEachRow) {
-  const struct {
-    const char* name;
-    const char16_t* script;
-    std::string lines;
-    std::vector<u16> boxes;
-  } cases[] = {
-      {"italics follow every row's PAC", u"CAP[0IL 00:00:10:00>00:00:12:00]\nAh\nOh!\n",
-       lines({"00:00:05:00\t942c", "00:00:09:27\t9420 94d0 91ae c168 9470 91ae 4f68 a180 942c 8080 8080 942f",
-              "00:00:12:00\t942c"})},
-      {"right alignment indents by the longest row", u"CAP[2NR 00:00:30:00>00:00:33:00]\nRight side\nok\n",
-       lines({"00:00:25:00\t942c",
-              "00:00:29:20\t9420 137a 52e9 6768 f420 73e9 64e5 94da ef6b 942c 8080 8080 942f",
-              "00:00:33:00\t942c"})},
-      {"four rows at position 1 take rows 11 to 14", u"CAP[1NC 00:00:10:00>00:00:14:00]\nA\nBB\nCCC\nDDDD\n",
-       lines({"00:00:05:00\t942c",
-              "00:00:09:26\t9420 1058 c180 1358 c2c2 13f8 4343 4380 9458 c4c4 c4c4 942c 8080 8080 942f",
-              "00:00:14:00\t942c"})},
-      {"a position out of range reports and leaves the PAC out", u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi!\n",
-       lines({"00:00:05:00\t942c", "00:00:09:27\t9420  c8e9 a180 942c 8080 8080 942f", "00:00:12:00\t942c"}),
-       {u"RANGE ERROR IN FIRSTBYTE"}},
-      {"an early first caption clears at time zero", u"CAP[0NL 00:00:02:00>00:00:04:00]\nHi\n",
-       lines({"00:00:00:00\t942c", "00:00:01:28\t9420 9470 c8e9 942c 8080 8080 942f", "00:00:04:00\t942c"})},
+// Each script's file under its name, and the boxes the export showed.
+// Captions one second apart share no clear; italics follow every row's PAC;
+// right alignment indents by the longest row; four rows at position 1 take
+// rows 11 to 14; a position out of range reports and leaves the PAC out; an
+// early first caption clears at time zero. The paint-on writer loads each
+// caption at its cue-in.
+TEST_F(SccExport, ScriptsMatchTheGoldenFile) {
+  const std::pair<const char*, const char16_t*> cases[] = {
+      {"three captions", u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\nCAP[0NC 00:00:13:00>00:00:15:00]\nYes\n\n"
+                         u"CAP[0NC 00:00:20:00>00:00:22:00]\nNo\n"},
+      {"italics", u"CAP[0IL 00:00:10:00>00:00:12:00]\nAh\nOh!\n"},
+      {"right", u"CAP[2NR 00:00:30:00>00:00:33:00]\nRight side\nok\n"},
+      {"four rows", u"CAP[1NC 00:00:10:00>00:00:14:00]\nA\nBB\nCCC\nDDDD\n"},
+      {"out of range", u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi!\n"},
+      {"early", u"CAP[0NL 00:00:02:00>00:00:04:00]\nHi\n"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
+  std::string all;
+  for (const auto& [name, script] : cases) {
     ts.ui.boxes.clear();
-    EXPECT_EQ(scc(c.script), kHead + c.lines);
-    EXPECT_EQ(ts.ui.boxTexts(), c.boxes);
+    ts.open(script);
+    EXPECT_TRUE(scanCaptions(ts.st, ScanMode::WholeScript)) << name;
+    all += std::string("# ") + name + "\r\n" + sccText(ts.st);
+    for (const u16& box : ts.ui.boxTexts()) all += "box: " + toUtf8(box) + "\r\n";
+    if (name == std::string("three captions")) all += "# paint-on\r\n" + sccWithPaintOn(ts.st);
   }
-}
-
-TEST_F(SccExport, PaintOnWriterLoadsAtTheCueIn) {
-  ts.open(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
-          u"CAP[0NC 00:00:13:00>00:00:15:00]\nYes\n\n"
-          u"CAP[0NC 00:00:20:00>00:00:22:00]\nNo\n");
-  ASSERT_TRUE(scanCaptions(ts.st, ScanMode::WholeScript));
-  EXPECT_EQ(sccWithPaintOn(ts.st),
-            kHead + lines({"00:00:10:00\t942C  9429 94f8 c8e9 a180 942c 8080 8080 942f", "00:00:12:00\t942c",
-                           "00:00:13:00\t9420 94f8 d9e5 7380 942c 8080 8080 942f", "00:00:15:00\t942c",
-                           "00:00:20:00\t9420 94f8 ceef 942c 8080 8080 942f", "00:00:22:00\t942c"}));
+  EXPECT_TRUE(testing::matchesCaptionGolden("scc_cases.txt", all));
+  EXPECT_EQ(ts.st.view.panel(3).text, u"");
 }
 
 // Four rows of twenty characters: 49 words sent from 20 frames ahead.
