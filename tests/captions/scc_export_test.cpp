@@ -23,7 +23,7 @@ struct SccExport : ::testing::Test {
 // right alignment indents by the longest row; four rows at position 1 take
 // rows 11 to 14; a position out of range reports and leaves the PAC out; an
 // early first caption clears at time zero. The paint-on writer loads each
-// caption at its cue-in.
+// caption at its cue-in. Bytes carry odd parity.
 TEST_F(SccExport, ScriptsMatchTheGoldenFile) {
   const std::pair<const char*, const char16_t*> cases[] = {
       {"three captions", u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\nCAP[0NC 00:00:13:00>00:00:15:00]\nYes\n\n"
@@ -33,6 +33,10 @@ TEST_F(SccExport, ScriptsMatchTheGoldenFile) {
       {"four rows", u"CAP[1NC 00:00:10:00>00:00:14:00]\nA\nBB\nCCC\nDDDD\n"},
       {"out of range", u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi!\n"},
       {"early", u"CAP[0NL 00:00:02:00>00:00:04:00]\nHi\n"},
+      // Specials and extended characters take two bytes, not aligned to the
+      // pairs; á is '*', which is not mapped again; œ has no code.
+      {"characters", u"CAP[0NL 00:00:40:00>00:00:43:00]\ncaf\u00e9_'\u00e1*\u00ae\u00bf\u00c1\u00fb{|}~\\^\n"
+                     u"a\u00b0\u00c4\u00df\u00f8\u00d1\u00f1\u00e7\u00f7\u0153 i\n"},
   };
   std::string all;
   for (const auto& [name, script] : cases) {

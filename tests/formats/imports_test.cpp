@@ -37,7 +37,9 @@ std::string import(FormatsStation& t, bool (*handler)(Station&), const std::stri
 
 // {SUB}: frames become timecodes and the bar breaks the line. DOS 850: the
 // header columns and the code page. SRT: milliseconds are counted at thirty
-// frames and capped. .SUB: the header, the start line and the styles.
+// frames and capped. .SUB: the header, the start line and the styles. A
+// last entry with nothing behind it is dropped; an SRT file that is not
+// UTF-8 is read as Windows Latin.
 TEST(LineImports, EachFormatMatchesItsGoldenFile) {
   const struct {
     bool (*handler)(Station&);
@@ -50,6 +52,9 @@ TEST(LineImports, EachFormatMatchesItsGoldenFile) {
       {mnuSubImp850, "in_dos850.txt", "import_dos850.txt", u"2 subs loaded.", 25},
       {mnuSubImpSRT, "in_srt.srt", "import_srt.txt", u"3 subs loaded.", 30},
       {mnuSubImpSUB, "in_dotsub.sub", "import_dotsub.txt", nullptr, 25},
+      {mnuSubImpSUBL, "in_subl_noend_crlf.sub", "import_first.txt", nullptr, 25},
+      {mnuSubImpSUBL, "in_subl_noend_lf.sub", "import_first.txt", nullptr, 25},
+      {mnuSubImpSRT, "in_srt_latin.srt", "import_srt_latin.txt", nullptr, 25},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.input);
@@ -67,26 +72,6 @@ TEST(LineImports, EachFormatMatchesItsGoldenFile) {
   FormatsStation p(25);
   std::string doc = import(p, mnuSubImpSRT, "f.srt", readFile(testing::goldenPath("in_srt.srt")));
   EXPECT_EQ(doc.substr(0, 33), "SUB[0 N 00:00:01:15>00:00:02:24]\n");
-}
-
-// A last entry with nothing behind it is dropped; an SRT file that is not
-// UTF-8 is read as Windows Latin.
-TEST(LineImports, LastEntryWithoutAnEndIsDropped) {
-  const struct {
-    bool (*handler)(Station&);
-    const char* name;
-    const char* bytes;
-    const char* expected;
-  } cases[] = {
-      {mnuSubImpSUBL, "b.sub", "{25}{50}First\r\n{75}{100}Last", "SUB[0 N 00:00:01:00>00:00:02:00]\nFirst\n\n\n"},
-      {mnuSubImpSUBL, "c.sub", "{25}{50}First\n{75}{100}Last\n", "SUB[0 N 00:00:01:00>00:00:02:00]\nFirst\n\n\n"},
-      {mnuSubImpSRT, "g.srt", "1\n00:00:01,000 --> 00:00:02,000\nCaf\xE9\n\n2\n00:00:03,000 --> 00:00:04,000\nNo end",
-       "SUB[0 N 00:00:01:00>00:00:02:00]\nCaf\xC3\xA9\n\n\n"},
-  };
-  for (const auto& c : cases) {
-    FormatsStation t;
-    EXPECT_EQ(import(t, c.handler, c.name, c.bytes), c.expected) << c.name;
-  }
 }
 
 TEST(DotSubImport, FormatErrorsLeaveAnEmptyDocument) {

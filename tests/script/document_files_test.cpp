@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "core/station.h"
-#include "script/codepage.h"
 #include "script/document_files.h"
 #include "script/document_ops.h"
 #include "support/station_fixture.h"
@@ -34,24 +33,6 @@ TEST(PlainText, FileRoundTripNamesTheDocumentAndReportsMissingFiles) {
   EXPECT_EQ(back->name, u"script.txt");
   EXPECT_FALSE(loadDocumentFile(dir + "/missing.txt", error));
   EXPECT_NE(error.find("missing.txt"), std::string::npos);
-}
-
-TEST(CodePages, DosAndWindowsTablesConvertOneForOne) {
-  EXPECT_EQ(unicodeToCp850(u"\u00e9\u00c7\u00f1"), "\x82\x80\xA4");
-  EXPECT_EQ(cp850ToUnicode("\x82\x80\xA4"), u"\u00e9\u00c7\u00f1");
-  EXPECT_EQ(ANSItoASCII("\xE9t\xE9"), "\x82t\x82");
-  EXPECT_EQ(ASCIItoANSI("\x82t\x82"), "\xE9t\xE9");
-  EXPECT_EQ(unicodeToCp1252(u"\u2026\u4e00"), "\x85?");
-}
-
-TEST(DocumentOps, AttachWarnsWithoutADocumentAndNamesTheActiveOne) {
-  testing::TestStation t;
-  EXPECT_FALSE(attachDocument(t.st));
-  EXPECT_EQ(t.ui.lastBox().text, u"Error: No currently open Word document ");
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::Exclamation);
-  t.open(u"x\n");
-  EXPECT_TRUE(attachDocument(t.st));
-  EXPECT_EQ(t.st.view.panel(1).text, u"Script1.txt");
 }
 
 // Wildcard finds move the cursor but report false; the replacement swaps
