@@ -22,6 +22,11 @@ struct FormatsStation : TestStation {
 // (golden/sample_script.txt, as the station reads a plain-text file)
 const std::u16string& sampleScript();
 
+// A station with the sample script open.
+struct SampleStation : FormatsStation {
+  SampleStation() { open(sampleScript()); }
+};
+
 // Path of a golden file under tests/formats/golden.
 std::string goldenPath(const std::string& name);
 // Compares `actual` with the golden file byte for byte. With

@@ -17,7 +17,6 @@ namespace {
 
 using testing::FormatsStation;
 using testing::readFile;
-using testing::script;
 using testing::tempDir;
 
 std::string write(const std::string& name, const std::string& bytes) {
@@ -137,8 +136,7 @@ TEST(DotSubImport, OwnExportReadsOnIntoTheTrailer) {
 }
 
 TEST(UnicodeTextImport, ReadsTheExportedLayoutBack) {
-  FormatsStation t;
-  t.open(testing::sampleScript());
+  testing::SampleStation t;
   ASSERT_TRUE(mnuSubUnitext(t.st));
   ASSERT_TRUE(mnuSubImpunitxt(t.st));
   std::string doc = plainTextBytes(*t.docs.active());

@@ -9,7 +9,7 @@ namespace quillon {
 namespace {
 
 using testing::FormatsStation;
-using testing::sampleScript;
+using testing::SampleStation;
 using testing::readFile;
 using testing::tempDir;
 
@@ -31,8 +31,7 @@ std::string runExport(FormatsStation& t, const std::string& path, bool (*handler
 // the subtitle it clears. .SUB: italics open only; position 3 is three
 // braces, 9 a closing brace. Both go through code page 850.
 TEST(ListExports, SampleScriptMatchesGoldenFiles) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   const std::string dir = tempDir("lists");
   EXPECT_TRUE(testing::matchesGolden("sample_dvdm.txt", runExport(t, dir + "/d.txt", mnuSubDvdm, commandProximoDVDM,
       +[](FormDVDMaestro& f) { f["TextCommentArea"] = u"Episode 12, first cut"; })));
@@ -48,8 +47,7 @@ TEST(ListExports, SampleScriptMatchesGoldenFiles) {
 }
 
 TEST(DvdMaestroExport, WrongExtensionShowsTwoBoxesAndUtf8WhenAsked) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   const std::string dir = tempDir("dvdm");
   EXPECT_EQ(runExport(t, dir + "/s.lst", mnuSubDvdm, commandProximoDVDM), "");
   EXPECT_EQ(t.ui.boxTexts(), (std::vector<u16>{u"filename is     ", u"Error: Wrong subtitle file extension"}));
@@ -80,8 +78,7 @@ TEST(CpcExport, StyleCodeFollowsTheEditedMapping) {
 }
 
 TEST(CpcExport, RunningTimeFromTheLabelsWhenNoProperty) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   FormCPC f;
   fillFormCPC(t.st, f);
   EXPECT_EQ(f["TextTRT"], u"00:00:00:00");

@@ -14,7 +14,7 @@ namespace quillon {
 namespace {
 
 using testing::FormatsStation;
-using testing::sampleScript;
+using testing::SampleStation;
 using testing::readFile;
 using testing::tempDir;
 
@@ -40,16 +40,14 @@ std::string exportStl(FormatsStation& t, const std::string& path, void (*edit)(F
 std::string block(const std::string& file, int n) { return file.substr(1024 + 128 * static_cast<size_t>(n), 128); }
 
 TEST(StlExport, SampleScriptMatchesGoldenFile) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   EXPECT_TRUE(testing::matchesGolden("sample.stl", exportStl(t, tempDir("stl-golden") + "/sample.stl")));
 }
 
 // Typed text replaces the labels' page 0 and goes uncoded, CR LF leaving its
 // LF behind the break; the user's name goes in code page 850.
 TEST(StlExport, PageZeroFromTheTypedTextAndTheLanguage) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   t.docs.user = u"Ana Mar\u00eda";
   std::string file = exportStl(t, tempDir("stl-page0") + "/a.stl", [](FormaSTL& f) {
     f["ComboLC"] = u"Italian";
@@ -59,8 +57,7 @@ TEST(StlExport, PageZeroFromTheTypedTextAndTheLanguage) {
   EXPECT_EQ(block(file, 0).substr(18, typed.size()), typed);
   EXPECT_EQ(file.substr(277, 32), "Ana Mar\xA1" "a" + std::string(23, ' '));
 
-  FormatsStation u;
-  u.open(sampleScript());
+  SampleStation u;
   file = exportStl(u, tempDir("stl-page0c") + "/a.stl", [](FormaSTL& f) { f["ComboLC"] = u"Italian"; });
   EXPECT_NE(block(file, 0).find("Lang: \x0A\x8F"), std::string::npos);
   EXPECT_EQ(file.substr(14, 2), "15");
@@ -84,8 +81,7 @@ TEST(StlExport, SubtitleNumberIsLowByteFirstAndLongTextIsCutAtTheField) {
 
 TEST(StlExport, WrongExtensionThenCancelThenTheNextExport) {
   FormaSTL form;
-  FormatsStation w;
-  w.open(sampleScript());
+  SampleStation w;
   const std::string dir = tempDir("stl-ext");
   w.ui.savePaths.push_back(dir + "/x.txt");
   ASSERT_TRUE(mnuSubEbu(w.st, form));
@@ -106,8 +102,7 @@ TEST(StlExport, WrongExtensionThenCancelThenTheNextExport) {
 }
 
 TEST(StlExport, ReplaceQuestionAsksAgainOnNo) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   const std::string dir = tempDir("stl-replace");
   std::ofstream(dir + "/old.stl") << "old";
   t.ui.savePaths = {dir + "/old.stl", dir + "/new.stl"};
@@ -122,8 +117,8 @@ TEST(StlExport, ReplaceQuestionAsksAgainOnNo) {
 }
 
 TEST(StlExport, PropertiesAreAddedOnceAndFillTheNextExport) {
-  FormatsStation t;
-  MemoryDocument& doc = t.open(sampleScript());
+  SampleStation t;
+  MemoryDocument& doc = *t.docs.active();
   doc.builtinProperties = {{wdPropertyTitle, u"A title longer than thirty-two characters"},
                            {wdPropertyTimeCreated, u"2023-04-05 10:11:12"}};
   doc.customProperties = {{u"OPT", u"Earlier"}};
@@ -167,8 +162,7 @@ TEST(StlExport, EachShowFillsTcfAndStartsTheCombosFromTheirDefaults) {
 }
 
 TEST(StlImport, RoundTripOfTheSampleScript) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   const std::string path = tempDir("stl-roundtrip") + "/r.stl";
   exportStl(t, path);
   t.ui.openPaths.push_back(path);
@@ -202,8 +196,7 @@ TEST(StlImport, OtherBlocksAreSkippedAndRateFollowsDfc) {
 // texts and times agree.
 TEST(StlImport, ThirdPartyReaderAgreesOnTextsAndTimes) {
   if (!std::filesystem::exists("/usr/bin/ttconv")) GTEST_SKIP() << "ttconv not installed";
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   const std::string dir = tempDir("stl-ttconv");
   exportStl(t, dir + "/s.stl");
   std::string cmd = "/usr/bin/ttconv convert -i " + dir + "/s.stl -o " + dir + "/s.srt > " + dir + "/log.txt 2>&1";

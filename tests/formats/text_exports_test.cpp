@@ -13,7 +13,7 @@ namespace quillon {
 namespace {
 
 using testing::FormatsStation;
-using testing::sampleScript;
+using testing::SampleStation;
 using testing::readFile;
 using testing::tempDir;
 
@@ -40,8 +40,7 @@ std::string documentBytes(FormatsStation& t) { return plainTextBytes(*t.docs.act
 // whole seconds keep the colon of the timecode; the dubbing row leaves an
 // empty line of its own. The QuickTime text is a new document.
 TEST(TextExports, SampleScriptMatchesGoldenFiles) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   openVideo(t);
   const std::string dir = tempDir("text-golden");
   EXPECT_TRUE(testing::matchesGolden("sample.smi", fileExport(t, mnuSubSami, dir + "/s.smi")));
@@ -56,16 +55,14 @@ TEST(TextExports, SampleScriptMatchesGoldenFiles) {
 }
 
 TEST(SamiExport, WithoutAVideoEveryTimeIsZero) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   std::string file = fileExport(t, mnuSubSami, tempDir("sami-novideo") + "/s.smi", TextEncoding::Utf8);
   EXPECT_EQ(file.find("<Sync Start=1"), std::string::npos);
   EXPECT_NE(file.find("<Sync Start=0><P Class=ENCC><I>Los ni\xC3\xB1os"), std::string::npos);
 }
 
 TEST(UnicodeTextExport, NumberedLayoutAndFourDigits) {
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   ASSERT_TRUE(mnuSubUnitext(t.st));
   // Numbers are the rows of the scan: the dubbing row's 3 is missing.
   EXPECT_TRUE(testing::matchesGolden("sample_unitext.txt", documentBytes(t)));
@@ -100,8 +97,7 @@ TEST(TextExports, EmptyListMessageForEveryExport) {
 // station means them.
 TEST(TextExports, FfmpegReadsSamiAndSsa) {
   if (std::system("ffmpeg -version > /dev/null 2>&1") != 0) GTEST_SKIP() << "ffmpeg not installed";
-  FormatsStation t;
-  t.open(sampleScript());
+  SampleStation t;
   openVideo(t);
   const std::string dir = tempDir("ffmpeg");
   for (auto [handler, file] : {std::pair{&mnuSubSami, "s.smi"}, std::pair{&mnuSubSsa, "s.ssa"}}) {
