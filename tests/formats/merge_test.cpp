@@ -104,55 +104,30 @@ TEST(TimingMerge, CleanMergeAndTheWalkStopsAtTheFirstParagraphCount) {
   EXPECT_EQ(plainTextBytes(plain), "0001\nUno\n");
 }
 
-// quillon-cli's export, import and merge words for the interchange formats.
-struct CliRun {
-  int code;
-  std::string err;
-};
-
-CliRun cli(const std::string& dir, const std::string& args) {
-  std::string cmd = std::string(QUILLON_CLI_PATH) + " " + args + " 2> " + dir + "/err.txt > /dev/null";
-  int status = std::system(cmd.c_str());
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(dir + "/err.txt")};
-}
-
-class FormatsCli : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (!std::filesystem::exists(QUILLON_CLI_PATH)) GTEST_SKIP() << "quillon-cli not built";
-    dir = tempDir("cli-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    std::filesystem::copy_file(testing::goldenPath("sample_script.txt"), dir + "/script.txt");
-  }
-  std::string dir;
-};
-
-TEST_F(FormatsCli, MessagesAndExitCodes) {
-  CliRun r = cli(dir, "export stl " + dir + "/script.txt -o " + dir + "/out.txt");
-  EXPECT_EQ(r.code, 1);
-  EXPECT_EQ(r.err, "QUILLON: Error: Wrong subtitle file extension\n");
-  r = cli(dir, "export cpc --field Nope=1 " + dir + "/script.txt -o " + dir + "/out.txt");
-  EXPECT_EQ(r.code, 2);
+// quillon-cli's export, import and merge words for the interchange formats:
+// the exit status, then what went to standard error.
+TEST(FormatsCli, MessagesExitCodesImportAndMerge) {
+  if (!std::filesystem::exists(QUILLON_CLI_PATH)) GTEST_SKIP() << "quillon-cli not built";
+  const std::string dir = tempDir("cli-formats"), script = dir + "/script.txt";
+  std::filesystem::copy_file(testing::goldenPath("sample_script.txt"), script);
+  auto cli = [&](const std::string& args) {
+    const int status = std::system((std::string(QUILLON_CLI_PATH) + " " + args + " 2> " + dir + "/err.txt > /dev/null").c_str());
+    return std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : -1) + " " + readFile(dir + "/err.txt");
+  };
+  EXPECT_EQ(cli("export stl " + script + " -o " + dir + "/out.txt"), "1 QUILLON: Error: Wrong subtitle file extension\n");
+  EXPECT_EQ(cli("export cpc --field Nope=1 " + script + " -o " + dir + "/out.txt").substr(0, 2), "2 ");
   std::ofstream(dir + "/empty.txt") << "No tags.\n";
-  r = cli(dir, "export sami " + dir + "/empty.txt -o " + dir + "/out.smi");
-  EXPECT_EQ(r.code, 1);
-  EXPECT_EQ(r.err, "QUILLON: Error: Invalid subtitle list.\n");
-  r = cli(dir, "export sami --encoding utf-8 " + dir + "/script.txt -o " + dir + "/out.smi");
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(r.err, "QUILLON: SAMI file created.\n");
+  EXPECT_EQ(cli("export sami " + dir + "/empty.txt -o " + dir + "/out.smi"), "1 QUILLON: Error: Invalid subtitle list.\n");
+  EXPECT_EQ(cli("export sami --encoding utf-8 " + script + " -o " + dir + "/out.smi"), "0 QUILLON: SAMI file created.\n");
   EXPECT_NE(readFile(dir + "/out.smi").find("ni\xC3\xB1os"), std::string::npos);
-}
 
-TEST_F(FormatsCli, ImportAndMerge) {
   std::ofstream(dir + "/in.srt", std::ios::binary) << "1\r\n00:00:01,000 --> 00:00:02,500\r\nHola\r\n\r\n";
-  CliRun r = cli(dir, "import srt --fps 25 " + dir + "/in.srt -o " + dir + "/script.txt");
-  ASSERT_EQ(r.code, 0) << r.err;
-  EXPECT_EQ(readFile(dir + "/script.txt"), "SUB[0 N 00:00:01:00>00:00:02:15]\nHola\n\n\n");
-
+  EXPECT_EQ(cli("import srt --fps 25 " + dir + "/in.srt -o " + dir + "/imported.txt"), "0 ");
+  EXPECT_EQ(readFile(dir + "/imported.txt"), "SUB[0 N 00:00:01:00>00:00:02:15]\nHola\n\n\n");
   std::ofstream(dir + "/timing.txt") << "0001\t10:00:01:00\t10:00:03:00\n0002\t10:00:04:00\t10:00:06:00\n";
   std::ofstream(dir + "/text.txt") << "0001\nUno\n\n0002\nDos\n\n\n\n";
-  r = cli(dir, "merge " + dir + "/timing.txt " + dir + "/text.txt -o " + dir + "/merged.txt");
-  ASSERT_EQ(r.code, 0) << r.err;
-  EXPECT_EQ(r.err, "QUILLON: Operation complete. Last subtitle loaded: 2. \nQUILLON: MERGE OPERATION COMPLETED SUCCESSFULLY.\n");
+  EXPECT_EQ(cli("merge " + dir + "/timing.txt " + dir + "/text.txt -o " + dir + "/merged.txt"),
+            "0 QUILLON: Operation complete. Last subtitle loaded: 2. \nQUILLON: MERGE OPERATION COMPLETED SUCCESSFULLY.\n");
   EXPECT_EQ(readFile(dir + "/merged.txt"),
             "SUB[1 N 10:00:01:00>10:00:03:00] \n0001\nUno\n\nSUB[2 N 10:00:04:00>10:00:06:00] \n0002\nDos\n\n\n\n");
 }
