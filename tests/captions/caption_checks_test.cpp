@@ -18,24 +18,6 @@ struct CaptionScan : ::testing::Test {
   u16 selected() { return ts.docs.selection(); }
 };
 
-TEST_F(CaptionScan, ReadsAttributesTimesAndUpToFourRows) {
-  ASSERT_TRUE(scan(u"CAP[3IR 00:00:01:00>00:00:03:00]\nOne\nTwo\n\nCAP[0NL 00:00:04:00>00:00:06:15]\nA\nB\nC\nD\n"));
-  const ScanTable& t = ts.st.s.scan;
-  ASSERT_EQ(t.count(), 2);
-  EXPECT_EQ(t.posDigit[1], u'3');
-  EXPECT_EQ(t.styleChar[1], u'I');
-  EXPECT_EQ(t.alignChar[1], u'R');
-  EXPECT_DOUBLE_EQ(t.cueIn[1], 1.0);
-  EXPECT_DOUBLE_EQ(t.cueOut[2], 6.5);
-  EXPECT_EQ(t.captionRows[1][0], u"One");
-  EXPECT_EQ(t.captionRows[1][1], u"Two");
-  EXPECT_EQ(t.captionRows[1][2], u"");
-  EXPECT_EQ(t.captionRows[1][3], u"");
-  EXPECT_EQ(t.captionRows[2][3], u"D");
-  EXPECT_TRUE(t.isSubtitle[2]);
-  EXPECT_TRUE(ts.ui.boxes.empty());
-}
-
 // Each rule once at its limit and once past it: the box, the entries read,
 // and where the cursor is left.
 TEST_F(CaptionScan, EachRuleStopsTheScanWithItsBox) {
@@ -84,7 +66,9 @@ TEST_F(CaptionScan, EachRuleStopsTheScanWithItsBox) {
     if (c.box.empty()) continue;
     EXPECT_EQ(ts.ui.lastBox().icon, Icon::Critical);
     EXPECT_EQ(ts.st.s.scan.subtitleCount, 1);
-    if (!c.selected.empty()) EXPECT_EQ(selected(), c.selected);
+    if (!c.selected.empty()) {
+      EXPECT_EQ(selected(), c.selected);
+    }
   }
 }
 

@@ -5,31 +5,11 @@
 #include "captions/caption_checks.h"
 #include "captions/ult_export.h"
 #include "script/tag_grammar.h"
+#include "golden.h"
 #include "support/station_fixture.h"
 
 namespace quillon {
 namespace {
-
-// Bytes from hexadecimal digits; blanks are for reading only.
-std::string hex(std::string_view digits) {
-  std::string out, pair;
-  for (char c : digits) {
-    if (c == ' ') continue;
-    pair += c;
-    if (pair.size() == 2) {
-      out += static_cast<char>(std::stoi(pair, nullptr, 16));
-      pair.clear();
-    }
-  }
-  return out;
-}
-
-std::string header(const char* countHex) {
-  std::string h = hex("554c544543480031 2e333000 0002 1e00") + hex(countHex) +
-                  hex("00000100 0f 150001000000010001000000");
-  for (int i = 0; i < 15; ++i) h += hex("000000000000000000000000ff");
-  return h;
-}
 
 struct UltExport : ::testing::Test {
   testing::TestStation ts;
@@ -51,49 +31,28 @@ struct UltExport : ::testing::Test {
   }
 };
 
-TEST_F(UltExport, TwoCaptionsATenthApartShareNoClear) {
-  EXPECT_EQ(exportUlt(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\n"
-                      u"CAP[0NL 00:00:12:03>00:00:14:00]\nOk\n\n"
-                      u"CAP[0NC 00:00:20:00>00:00:22:00]\nNo\n"),
-            header("06000000") + hex("f1 0900 0000 0800 142e 142c 00") +
-                hex("f1 1000 0000 0a00 1420 1478 486921 142c 142f 00") +
-                hex("f1 0f00 0000 0c03 1420 1470 4f6b 142c 142f 00") + hex("f1 0700 0000 0e00 142c 00") +
-                hex("f1 0f00 0000 1400 1420 1478 4e6f 142c 142f 00") + hex("f1 0700 0000 1600 142c 00"));
-  EXPECT_EQ(ts.ui.saveRequests.at(0).title, u"Create ULTECH Closed Caption file (*.ult)");
-  EXPECT_EQ(ts.ui.saveRequests.at(0).filter, u"ULTECH closed caption files (*.ult)|*.ult");
-  EXPECT_EQ(ts.ui.saveRequests.at(0).defaultName, u"Script1.ult");
-}
-
-TEST_F(UltExport, PacsOfEachCaption) {
-  const struct {
-    const char* name;
-    const char16_t* script;
-    std::string records;
-    std::vector<u16> boxes;
-  } cases[] = {
-      {"italic four rows right-aligned: no padding nor italic code",
-       u"CAP[1IR 01:02:03:04>01:02:05:04]\nA\nBB\nCCC\nDDDDD\n",
-       hex("f1 0900 0102 0104 142e 142c 00") +
-           hex("f1 1e00 0102 0304 1420 105c 41 135c 4242 137c 434343 145c 4444444444 142c 142f 00") +
-           hex("f1 0700 0102 0504 142c 00")},
-      {"a position out of range leaves the PAC out", u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi\n",
-       hex("f1 0900 0000 0800 142e 142c 00") + hex("f1 0d00 0000 0a00 1420 4869 142c 142f 00") +
-           hex("f1 0700 0000 0c00 142c 00"),
-       {u"RANGE ERROR IN FIRSTBYTE"}},
+// Captions a tenth apart share no clear; italic four rows right-aligned get
+// no padding nor italic code; a position out of range leaves the PAC out.
+TEST_F(UltExport, ScriptsMatchTheGoldenFiles) {
+  const std::pair<const char*, const char16_t*> cases[] = {
+      {"three_captions.ult", u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n\nCAP[0NL 00:00:12:03>00:00:14:00]\nOk\n\n"
+                             u"CAP[0NC 00:00:20:00>00:00:22:00]\nNo\n"},
+      {"four_rows.ult", u"CAP[1IR 01:02:03:04>01:02:05:04]\nA\nBB\nCCC\nDDDDD\n"},
+      {"out_of_range.ult", u"CAP[FNC 00:00:10:00>00:00:12:00]\nHi\n"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
+  for (const auto& [name, script] : cases) {
     ts.ui.boxes.clear();
-    EXPECT_EQ(exportUlt(c.script), header("03000000") + c.records);
-    EXPECT_EQ(ts.ui.boxTexts(), c.boxes);
+    EXPECT_TRUE(testing::matchesCaptionGolden(name, exportUlt(script)));
   }
+  EXPECT_EQ(ts.ui.boxTexts(), std::vector<u16>{u"RANGE ERROR IN FIRSTBYTE"});
+  EXPECT_EQ(ts.ui.saveRequests.at(0).defaultName, u"Script1.ult");
 }
 
 TEST_F(UltExport, ProgramInfoGoesAheadOfTheRecords) {
   form.programInfo() = u"Show \u00e9";
   const std::string file = exportUlt(u"CAP[0NC 00:00:10:00>00:00:12:00]\nHi!\n");
   EXPECT_EQ(file.substr(232, 6), "Show \xe9");
-  EXPECT_EQ(file.substr(238, 3), hex("f1 0900"));
+  EXPECT_EQ(file.substr(238, 3), std::string("\xf1\x09\x00", 3));  // the first record's mark and size
   // The form keeps the text as typed for the next export.
   EXPECT_EQ(form.programInfo(), u"Show \u00e9");
 }
@@ -112,12 +71,8 @@ TEST_F(UltExport, WrongExtensionWritesNothing) {
 TEST_F(UltExport, CancelWhileWritingLeavesAnEmptyFile) {
   // Enough captions for the write to take several steps.
   u16 script;
-  for (int i = 0; i < 200; ++i) {
-    const int s = 10 + 3 * i;
-    script += u"CAP[0NC 00:" + formatNumber(s / 60, "00") + u":" + formatNumber(s % 60, "00") + u":00>00:" +
-              formatNumber((s + 2) / 60, "00") + u":" + formatNumber((s + 2) % 60, "00") +
-              u":00]\rSome caption text here\r\r";
-  }
+  for (int i = 0; i < 200; ++i)  // a subtitle tag's fields in a caption's order
+    script += u"CAP" + subtitleTag(0, u'N', u'C', 10 + 3 * i, 12 + 3 * i, 30).substr(3) + u"Some caption text here\r\r";
   ts.open(script);
   const std::string path = dir + "/cancelled.ult";
   ts.ui.savePaths.push_back(path);

@@ -22,18 +22,13 @@ std::string goldenPath(const std::string& name) {
   if (expected == actual) return ::testing::AssertionSuccess();
   size_t at = 0;
   while (at < expected.size() && at < actual.size() && expected[at] == actual[at]) ++at;
-  auto hex = [](const std::string& s, size_t from) {
-    std::string out;
-    char buf[4];
-    for (size_t i = from; i < s.size() && i < from + 16; ++i) {
-      std::snprintf(buf, sizeof buf, "%02X ", static_cast<unsigned char>(s[i]));
-      out += buf;
-    }
-    return out;
-  };
   return ::testing::AssertionFailure() << name << " differs at byte " << at << " (sizes " << expected.size() << " and "
-                                       << actual.size() << ")\n  expected: " << hex(expected, at)
-                                       << "\n  actual:   " << hex(actual, at);
+                                       << actual.size() << ")";
+}
+
+const std::u16string& sampleScript() {
+  static const std::u16string text = fromUtf8(readFile(goldenPath("sample_script.txt")));
+  return text;
 }
 
 std::u16string numberedScript(int count, int fps) {

@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sys/wait.h>
+
 #include "formats/merge.h"
 #include "formats_fixture.h"
 #include "script/document_files.h"
@@ -8,7 +13,8 @@ namespace quillon {
 namespace {
 
 using testing::FormatsStation;
-using testing::script;
+using testing::readFile;
+using testing::tempDir;
 
 const char16_t* kTiming =
     u"0001\t10:00:01:00\t10:00:03:00\n"
@@ -33,21 +39,18 @@ TEST(TimingLoad, EntriesCardsAndTheClosingMessage) {
 }
 
 TEST(TimingLoad, RefusalsAndFormatError) {
-  FormatsStation t;
-  t.open(u"0001\tshor");  // ten characters with the paragraph mark
-  EXPECT_FALSE(cargarTiming(t.st));
-  EXPECT_EQ(t.ui.lastBox().text, u"Subtitle File Error: No subtitles loaded. ");
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::Exclamation);
-
-  FormatsStation one;
-  one.open(u"0001\t10:00:01:00\t10:00:03:00\n");
-  EXPECT_FALSE(cargarTiming(one.st));  // a single entry is refused
-  EXPECT_EQ(one.ui.lastBox().text, u"Subtitle File Error: No subtitles loaded. ");
-
-  FormatsStation bad;
-  bad.open(u"Header text\n0001\t10:00:01:00\t10:00:03:00\n0002\tNOT A TIMECODE\n");
-  EXPECT_FALSE(cargarTiming(bad.st));
-  EXPECT_EQ(bad.ui.boxTexts().back(), u"Format error in timing file.");
+  const std::pair<const char16_t*, const char16_t*> cases[] = {
+      {u"0001\tshor", u"Subtitle File Error: No subtitles loaded. "},  // ten characters with the paragraph mark
+      {u"0001\t10:00:01:00\t10:00:03:00\n", u"Subtitle File Error: No subtitles loaded. "},  // a single entry
+      {u"Header text\n0001\t10:00:01:00\t10:00:03:00\n0002\tNOT A TIMECODE\n", u"Format error in timing file."},
+  };
+  for (const auto& [text, box] : cases) {
+    FormatsStation t;
+    t.open(text);
+    EXPECT_FALSE(cargarTiming(t.st));
+    EXPECT_EQ(t.ui.boxTexts().back(), box);
+    EXPECT_EQ(t.ui.lastBox().icon, Icon::Exclamation);
+  }
 }
 
 TEST(TimingMerge, TagsNumberedParagraphsAndReportsGaps) {
@@ -92,14 +95,41 @@ TEST(TimingMerge, CleanMergeAndTheWalkStopsAtTheFirstParagraphCount) {
   ASSERT_TRUE(cargarTiming(u.st));
   u.open(u"0001\nUno\n0002\nDos\n0002.A\nDos A\n0003\nTres\n");
   EXPECT_EQ(mergeTiming(u.st), u"Warning: Different number of subtitles in timing file (3) and text files (2).\r");
+
+  // Without a load nothing is touched, and that is a success.
+  FormatsStation none;
+  MemoryDocument& plain = none.open(u"0001\nUno\n");
+  EXPECT_EQ(mergeTiming(none.st), u"");
+  EXPECT_EQ(none.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
+  EXPECT_EQ(plainTextBytes(plain), "0001\nUno\n");
 }
 
-TEST(TimingMerge, WithoutALoadReportsSuccessAndTouchesNothing) {
-  FormatsStation t;
-  MemoryDocument& text = t.open(u"0001\nUno\n");
-  EXPECT_EQ(mergeTiming(t.st), u"");
-  EXPECT_EQ(t.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
-  EXPECT_EQ(plainTextBytes(text), "0001\nUno\n");
+// quillon-cli's export, import and merge words for the interchange formats:
+// the exit status, then what went to standard error.
+TEST(FormatsCli, MessagesExitCodesImportAndMerge) {
+  if (!std::filesystem::exists(QUILLON_CLI_PATH)) GTEST_SKIP() << "quillon-cli not built";
+  const std::string dir = tempDir("cli-formats"), script = dir + "/script.txt";
+  std::filesystem::copy_file(testing::goldenPath("sample_script.txt"), script);
+  auto cli = [&](const std::string& args) {
+    const int status = std::system((std::string(QUILLON_CLI_PATH) + " " + args + " 2> " + dir + "/err.txt > /dev/null").c_str());
+    return std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : -1) + " " + readFile(dir + "/err.txt");
+  };
+  EXPECT_EQ(cli("export stl " + script + " -o " + dir + "/out.txt"), "1 QUILLON: Error: Wrong subtitle file extension\n");
+  EXPECT_EQ(cli("export cpc --field Nope=1 " + script + " -o " + dir + "/out.txt").substr(0, 2), "2 ");
+  std::ofstream(dir + "/empty.txt") << "No tags.\n";
+  EXPECT_EQ(cli("export sami " + dir + "/empty.txt -o " + dir + "/out.smi"), "1 QUILLON: Error: Invalid subtitle list.\n");
+  EXPECT_EQ(cli("export sami --encoding utf-8 " + script + " -o " + dir + "/out.smi"), "0 QUILLON: SAMI file created.\n");
+  EXPECT_NE(readFile(dir + "/out.smi").find("ni\xC3\xB1os"), std::string::npos);
+
+  std::ofstream(dir + "/in.srt", std::ios::binary) << "1\r\n00:00:01,000 --> 00:00:02,500\r\nHola\r\n\r\n";
+  EXPECT_EQ(cli("import srt --fps 25 " + dir + "/in.srt -o " + dir + "/imported.txt"), "0 ");
+  EXPECT_EQ(readFile(dir + "/imported.txt"), "SUB[0 N 00:00:01:00>00:00:02:15]\nHola\n\n\n");
+  std::ofstream(dir + "/timing.txt") << "0001\t10:00:01:00\t10:00:03:00\n0002\t10:00:04:00\t10:00:06:00\n";
+  std::ofstream(dir + "/text.txt") << "0001\nUno\n\n0002\nDos\n\n\n\n";
+  EXPECT_EQ(cli("merge " + dir + "/timing.txt " + dir + "/text.txt -o " + dir + "/merged.txt"),
+            "0 QUILLON: Operation complete. Last subtitle loaded: 2. \nQUILLON: MERGE OPERATION COMPLETED SUCCESSFULLY.\n");
+  EXPECT_EQ(readFile(dir + "/merged.txt"),
+            "SUB[1 N 10:00:01:00>10:00:03:00] \n0001\nUno\n\nSUB[2 N 10:00:04:00>10:00:06:00] \n0002\nDos\n\n\n\n");
 }
 
 }  // namespace

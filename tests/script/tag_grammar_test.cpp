@@ -16,37 +16,52 @@ TEST(SubtitleScan, ReadsFieldsNoteAndTextWithItsTrailingMarks) {
   ASSERT_EQ(s.count(), 2);
   EXPECT_DOUBLE_EQ(s.cueIn[1], 1);
   EXPECT_DOUBLE_EQ(s.cueOut[1], 2.48);
-  EXPECT_EQ(s.posDigit[1], u'3');
-  EXPECT_EQ(s.alignChar[1], u'L');
-  EXPECT_EQ(s.styleChar[1], u'I');
+  EXPECT_EQ(u16({s.posDigit[1], s.alignChar[1], s.styleChar[1]}), u"3LI");
   EXPECT_EQ(s.noteText[1], u"check");
   EXPECT_EQ(s.text[1], u"One\rTwo\r\r");
   EXPECT_TRUE(s.isSubtitle[1]);
-  EXPECT_EQ(s.records[1].line1, u"One");
   EXPECT_EQ(s.records[1].line2, u"Two");
-  EXPECT_EQ(s.noteText[2], u"");
   // The last tag takes the text's length as its next place: two marks short.
   EXPECT_EQ(s.text[2], u"Last");
   EXPECT_TRUE(t.ui.boxes.empty());
 }
 
-TEST(SubtitleScan, NoTagMeansNoEntriesAndNoMessage) {
+// What a scan makes of a faulty tag: its answer, the entries it kept and
+// the box, if any.
+TEST(SubtitleScan, FaultyTagsAndNames) {
+  const struct {
+    const char* name;
+    const char16_t* script;
+    bool result;
+    int kept;
+    const char16_t* box;  // none when null
+  } cases[] = {
+      {"no tag", u"Just dialogue.\nNo timing yet.\n", false, 0, nullptr},
+      {"header", u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[0 N 00:00:03:00-00:00:04:00]\nB\n\n", false, 1,
+       u"Header format error in :\r\rSUB[0 N 00:00:03:00-00:00:04:00]\rB...\r\r"},
+      {"timecode", u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[0 N 00:00:03:40>00:00:04:00]\nB\n\nSUB[0 N 00:00:05:00>00:00:06:00]\nC\n\n",
+       true, 1, u"Error in time code format: [00:00:03:40]"},
+      {"one-letter name", u"DUB[00:00:05:00]\tM\nYo.\n\n", false, 1,
+       u"Error: Invalid Format in character name in TC=00:00:05:00"},
+      {"empty name", u"DUB[00:00:05:00]\t\nYo.\n\n", true, 1, nullptr},
+      {"CR behind the bracket", u"DUB[\nnot a tag\n\nSUB[0 N 00:00:01:00>00:00:02:00]\nA\n\n", true, 1, nullptr},
+      {"sequence", u"DUB[0 N 00:00:01:00>00:00:02:00] ANNA\nA\n\nDUB[0 N 00:00:05:00>00:00:04:00] ANNA\nB\n\n", false, 1,
+       u"Time code sequence error in [00:00:05:00]\rCue-out occurs before cue-in."},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    TestStation t;
+    t.open(c.script);
+    EXPECT_EQ(scanSubtitles(t.st, ScanMode::WholeScript), c.result);
+    EXPECT_EQ(t.st.s.scan.subtitleCount, c.kept);
+    EXPECT_EQ(t.ui.boxTexts(), c.box ? std::vector<u16>{c.box} : std::vector<u16>{});
+  }
+  // A header fault leaves the cursor on the tag.
   TestStation t;
-  t.open(u"Just dialogue.\nNo timing yet.\n");
-  EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
-  EXPECT_EQ(t.st.s.scan.count(), 0);
-  EXPECT_TRUE(t.ui.boxes.empty());
-}
-
-TEST(SubtitleScan, HeaderFormatErrorStopsAndPutsTheCursorOnTheTag) {
-  TestStation t;
-  t.open(u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[0 N 00:00:03:00-00:00:04:00]\nB\n\n");
-  EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
-  ASSERT_EQ(t.ui.boxes.size(), 1u);
-  EXPECT_EQ(t.ui.lastBox().text, u"Header format error in :\r\rSUB[0 N 00:00:03:00-00:00:04:00]\rB...\r\r");
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
-  EXPECT_EQ(t.st.s.scan.subtitleCount, 1);
+  t.open(cases[1].script);
+  scanSubtitles(t.st, ScanMode::WholeScript);
   EXPECT_EQ(t.docs.selectionRange().start, 36);
+  EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
 }
 
 TEST(SubtitleScan, ModeOneReadsOnlyTheSelectionAndModeTwoDropsWhatIsBehindThePosition) {
@@ -65,31 +80,6 @@ TEST(SubtitleScan, ModeOneReadsOnlyTheSelectionAndModeTwoDropsWhatIsBehindThePos
   EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[1], 14);
 }
 
-TEST(SubtitleScan, MalformedTimecodeReportsAndEndsTheWalkAtTheNextTag) {
-  TestStation t;
-  t.open(u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[0 N 00:00:03:40>00:00:04:00]\nB\n\nSUB[0 N 00:00:05:00>00:00:06:00]\nC\n\n");
-  EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
-  EXPECT_EQ(t.st.s.scan.count(), 1);
-  ASSERT_EQ(t.ui.boxes.size(), 1u);
-  EXPECT_EQ(t.ui.lastBox().text, u"Error in time code format: [00:00:03:40]");
-}
-
-TEST(SubtitleScan, ChecksHookSeesEveryStoredSubtitleAndCanStopTheScan) {
-  TestStation t;
-  t.open(testing::generatedSubtitleScript(4));
-  int begun = 0;
-  std::vector<int> seen;
-  t.st.beginSubtitleScan = [&](Station&) { ++begun; };
-  t.st.checkSubtitle = [&](Station&, int i, bool kept) {
-    EXPECT_TRUE(kept);
-    seen.push_back(i);
-    return i < 3;
-  };
-  EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
-  EXPECT_EQ(begun, 1);
-  EXPECT_EQ(seen, (std::vector<int>{1, 2, 3}));
-}
-
 TEST(DubbingScan, BothTagFormsBackFillOpenCueOutsAndFillTheRoster) {
   TestStation t;
   t.open(u"DUB[0 N 00:00:01:00>00:00:02:00] ANNA\nHi.\n\nDUB[00:00:05:00]\tMARK\nYo.\n\nDUB[00:00:07:00]\tANNA\nBye.\n\n");
@@ -101,55 +91,9 @@ TEST(DubbingScan, BothTagFormsBackFillOpenCueOutsAndFillTheRoster) {
   EXPECT_DOUBLE_EQ(s.cueOut[2], 7);  // closed by the next cue-in
   EXPECT_EQ(s.cueOut[3], 0);
   EXPECT_EQ(s.text[1], u"Hi.\r\r");
-  EXPECT_EQ(s.voiceIndex[1], 1);
-  EXPECT_EQ(s.voiceIndex[2], 2);
-  EXPECT_EQ(s.voiceIndex[3], 1);
+  EXPECT_EQ((std::vector<int>{s.voiceIndex[1], s.voiceIndex[2], s.voiceIndex[3]}), (std::vector<int>{1, 2, 1}));
   EXPECT_EQ(t.st.s.roster.numvoces, 2);
   EXPECT_EQ(t.st.s.roster.voces[2], u"MARK");
-}
-
-TEST(DubbingScan, NameRulesAndSequenceFault) {
-  {
-    TestStation t;  // a one-character name is refused
-    t.open(u"DUB[00:00:05:00]\tM\nYo.\n\n");
-    EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
-    EXPECT_EQ(t.ui.lastBox().text, u"Error: Invalid Format in character name in TC=00:00:05:00");
-  }
-  {
-    TestStation t;  // an empty name is accepted
-    t.open(u"DUB[00:00:05:00]\t\nYo.\n\n");
-    EXPECT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
-    EXPECT_TRUE(t.ui.boxes.empty());
-  }
-  {
-    TestStation t;  // a CR right behind the bracket skips the tag
-    t.open(u"DUB[\nnot a tag\n\nSUB[0 N 00:00:01:00>00:00:02:00]\nA\n\n");
-    ASSERT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
-    EXPECT_EQ(t.st.s.scan.count(), 1);
-  }
-  {
-    TestStation t;
-    t.open(u"DUB[0 N 00:00:01:00>00:00:02:00] ANNA\nA\n\nDUB[0 N 00:00:05:00>00:00:04:00] ANNA\nB\n\n");
-    EXPECT_FALSE(scanSubtitles(t.st, ScanMode::WholeScript));
-    EXPECT_EQ(t.ui.lastBox().text, u"Time code sequence error in [00:00:05:00]\rCue-out occurs before cue-in.");
-    EXPECT_EQ(t.st.s.scan.subtitleCount, 1);
-  }
-}
-
-TEST(CaptionScan, ReadsAttributesAndUpToFourRows) {
-  TestStation t;
-  t.open(u"CAP[2IL 00:00:01:00>00:00:03:00]\nROW ONE\nROW TWO\n\nCAP[0NC 00:00:04:00>00:00:05:00]\nA\nB\nC\nD\nE\n\n");
-  ASSERT_TRUE(scanCaptions(t.st, ScanMode::WholeScript));
-  const ScanTable& s = t.st.s.scan;
-  ASSERT_EQ(s.count(), 2);
-  EXPECT_EQ(s.posDigit[1], u'2');
-  EXPECT_EQ(s.styleChar[1], u'I');
-  EXPECT_EQ(s.alignChar[1], u'L');
-  EXPECT_EQ(s.captionRows[1][0], u"ROW ONE");
-  EXPECT_EQ(s.captionRows[1][1], u"ROW TWO");
-  EXPECT_EQ(s.captionRows[1][2], u"");
-  EXPECT_EQ(s.captionRows[2][3], u"D");
-  EXPECT_EQ(t.ui.pointer, Pointer::Default);
 }
 
 TEST(TagWriting, SubtitleAndTextlessTagsHaveTheirLayouts) {
