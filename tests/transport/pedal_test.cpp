@@ -68,15 +68,6 @@ TEST(Pedal, MiddlePedalTogglesPlayAndJumpsStopAtTheEnd) {
   EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 120);
 }
 
-TEST(Pedal, NothingWithoutAVideo) {
-  TransportStation t;
-  t.port.open(1);
-  t.port.lineChange(CommEvent::comEvDSR);
-  t.run(1);
-  EXPECT_FALSE(t.st.s.g_fVideoRun);
-  EXPECT_EQ(t.st.s.lastfootpedalevent, 4);
-}
-
 TEST(PedalPort, MenuOpensOnlyWhenNoPortIsOpen) {
   TransportStation t;
   t.port.presentPorts = {1, 2};
@@ -94,21 +85,22 @@ TEST(PedalPort, MenuOpensOnlyWhenNoPortIsOpen) {
   EXPECT_TRUE(t.st.view.menu("mnu_footpedalcom2").checked);
   EXPECT_FALSE(t.st.view.menu("mnu_footpedalcom1").checked);
   EXPECT_EQ(t.st.s.commPort, 1);  // the setting is not changed
+  // Without a video a pedal is only noted.
+  t.port.lineChange(CommEvent::comEvDSR);
+  t.run(1);
+  EXPECT_FALSE(t.st.s.g_fVideoRun);
+  EXPECT_EQ(t.st.s.lastfootpedalevent, 4);
 }
 
 TEST(PedalPort, JumpTimeIsKeptBetweenZeroAndThirty) {
   TransportStation t;
-  t.ui.inputs = {u"12", u"31", u"", u"0"};
-  mnu_footpedaljump(t.st);
+  // Out of range resets it to five seconds; no answer keeps it.
+  for (auto [answer, jump] : {std::pair{u"31", 5.0}, {u"12", 12.0}, {u"", 12.0}, {u"0", 0.0}}) {
+    t.ui.inputs = {answer};
+    mnu_footpedaljump(t.st);
+    EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, jump) << toUtf8(answer);
+  }
   EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter jump time when pressing FWD and REW pedals");
-  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 12);
-  mnu_footpedaljump(t.st);
-  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 5);
-  t.st.s.footpedaljump = 7;
-  mnu_footpedaljump(t.st);
-  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 7);
-  mnu_footpedaljump(t.st);
-  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 0);
 }
 
 }  // namespace

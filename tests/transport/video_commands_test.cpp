@@ -21,10 +21,10 @@ struct PlayerStation : testing::TestStation {
 
 TEST(Seeking, IraLimitsThePositionAndRefreshesTheDisplay) {
   PlayerStation t;
-  ira(t.st, -3);
-  EXPECT_EQ(t.st.s.g_dblPosActual, 0);
-  ira(t.st, 500);
-  EXPECT_EQ(t.st.s.g_dblPosActual, 120);
+  for (auto [to, at] : {std::pair{-3.0, 0.0}, {500.0, 120.0}}) {
+    ira(t.st, to);
+    EXPECT_EQ(t.st.s.g_dblPosActual, at);
+  }
   ira(t.st, 62.5);
   EXPECT_EQ(t.player.currentPosition(), 62.5);
   EXPECT_EQ(t.st.view.LabTimecode.caption, u"00:01:02:13");
@@ -41,10 +41,9 @@ TEST(Audio, TrackAndMuteDriveTheBalanceVolumeAndChecks) {
   EXPECT_EQ(t.player.balance(), -10000);
   EXPECT_TRUE(t.st.view.menu("mnu_vid_track_l").checked);
   applyTrack(t.st, u'S');
+  applyTrack(t.st, u'Q');  // no such track: stereo stays
   EXPECT_EQ(t.player.balance(), 0);
   EXPECT_FALSE(t.st.view.menu("mnu_vid_track_l").checked);
-  EXPECT_TRUE(t.st.view.menu("mnu_vid_track_st").checked);
-  applyTrack(t.st, u'Q');
   EXPECT_TRUE(t.st.view.menu("mnu_vid_track_st").checked);
   toggleMute(t.st);
   EXPECT_TRUE(t.st.s.muteOn);
