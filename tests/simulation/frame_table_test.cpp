@@ -1,22 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "simulation/frame_table.h"
-#include "simulation/reading_speed_color.h"
 #include "simulation/sim_rig.h"
 
 namespace quillon::testing {
 namespace {
-
-TEST(ReadingSpeedColour, BandsAreOpenAtTheTopAndWhiteAgainWhenFarTooSlow) {
-  // Speed 14 against 20 characters in 1 second: the ratio is speed / 20.
-  const std::pair<double, unsigned> bands[] = {{0.50, 0x0000FF}, {0.55, 0x0000C0}, {0.70, 0x8080FF},
-                                               {0.80, 0xFF80FF}, {0.90, 0xC0C0FF}, {1.00, 0xFFFFFF},
-                                               {1.05, 0xFFFFC0}, {1.20, 0xFFFF80}, {1.30, 0xC0C000},
-                                               {1.35, 0xFFFFFF}, {3.00, 0xFFFFFF}};
-  for (auto [ratio, colour] : bands) EXPECT_EQ(readingSpeedColor(ratio * 20, 0, 1, 20), colour) << ratio;
-  // No characters: a ratio of 1.
-  EXPECT_EQ(readingSpeedColor(14, 0, 2, 0), 0xFFFFFFu);
-}
 
 struct FrameRig : SimRig {
   // Records with cue texts in frames from the video's first frame at 01:00:00:00.
@@ -96,13 +86,11 @@ TEST(WysiwygTick, HandsEachSubtitleOverOnceOnTheFrameAfterItsFirst) {
   }
   EXPECT_EQ(handedAt, (std::vector<long>{3, 6}));
   ASSERT_EQ(r.handed.size(), 2u);
-  EXPECT_EQ(r.handed[0].line1, "caf\xe9");
-  EXPECT_EQ(r.handed[0].x, 110);
-  EXPECT_EQ(r.handed[0].justification, 1);
-  EXPECT_FALSE(r.handed[0].italic1);
-  EXPECT_TRUE(r.handed[0].italic2);
-  EXPECT_EQ(r.handed[1].x, 610);
-  EXPECT_EQ(r.handed[1].justification, 2);
+  // Latin-1 text, placed and justified by the alignment; style 2 italicises the second line.
+  const auto &a = r.handed[0], &b = r.handed[1];
+  EXPECT_EQ(std::tuple(a.line1, a.x, a.justification, a.italic1, a.italic2),
+            std::tuple(std::string("caf\xe9"), 110L, 1, false, true));
+  EXPECT_EQ(std::tuple(b.x, b.justification), std::tuple(610L, 2));
   EXPECT_EQ(r.shows, (std::vector<int>{0, 0, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0}));
 }
 
