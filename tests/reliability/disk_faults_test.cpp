@@ -140,38 +140,27 @@ bool toldOfTheFailure(const Writer& w, const Prepared& p, const Failure& failure
                           u"Error: Cannot write " + fromUtf8(p.path) + u"\r" + fromUtf8(failure.substr(head.size())));
 }
 
-// A read-only folder, and one that cannot be searched, where not even the
-// question whether the file exists can be answered.
-TEST(DiskFaults, AFolderWithoutWriteLeavesEveryPreviousFileIntactAndIsTold) {
-  for (unsigned mode : {0555u, 0666u}) {
+// A read-only folder, one that cannot be searched (where not even the
+// question whether the file exists can be answered) and a full disk.
+TEST(DiskFaults, AFailedWriteLeavesEveryPreviousFileIntactAndIsTold) {
+  for (unsigned mode : {0555u, 0666u, 0u}) {
     for (const Writer& w : writers()) {
-      Prepared p = prepare(w, "readonly");
-      // Under root the body runs in a child as another user: it checks itself.
-      bool ok = testing::withReadOnlyFolder(p.dir, [&] { return toldOfTheFailure(w, p, w.run(*p.t, p.path)); }, mode);
-      EXPECT_TRUE(ok) << w.name << " in a folder of mode " << std::oct << mode;
-      EXPECT_EQ(testing::readFile(p.path), kPrevious) << w.name;
-      EXPECT_TRUE(onlyTheTarget(p.dir)) << w.name;
+      SCOPED_TRACE(std::string(w.name) +
+                   (mode == 0555u ? " in a read-only folder" : mode ? " in an unsearchable folder" : " on a full disk"));
+      Prepared p = prepare(w, "fault");
+      auto attempt = [&] { return toldOfTheFailure(w, p, w.run(*p.t, p.path)); };
+      // Under root the read-only attempt runs in a child as another user: it checks itself.
+      EXPECT_TRUE(mode ? testing::withReadOnlyFolder(p.dir, attempt, mode) : testing::withFullDisk(16, attempt));
+      EXPECT_EQ(testing::readFile(p.path), kPrevious);
+      EXPECT_TRUE(onlyTheTarget(p.dir));
     }
   }
-}
-
-TEST(DiskFaults, AFullDiskLeavesEveryPreviousFileIntactAndIsTold) {
+  // With room the same commands replace the file and say nothing of a failure.
   for (const Writer& w : writers()) {
-    Prepared p = prepare(w, "full");
-    Failure failure;
-    testing::withFullDisk(16, [&] {
-      failure = w.run(*p.t, p.path);
-      return true;
-    });
-    EXPECT_EQ(testing::readFile(p.path), kPrevious) << w.name;
-    EXPECT_TRUE(onlyTheTarget(p.dir)) << w.name;
-    EXPECT_TRUE(toldOfTheFailure(w, p, failure)) << w.name << ": " << failure;
-
-    // With room again the same command replaces the file and says nothing of a failure.
-    Prepared again = prepare(w, "room");
-    EXPECT_EQ(w.run(*again.t, again.path), "") << w.name;
-    EXPECT_NE(testing::readFile(again.path), kPrevious) << w.name;
-    for (const u16& text : again.t->ui.boxTexts()) EXPECT_EQ(text.find(u"Cannot write"), u16::npos) << w.name;
+    Prepared p = prepare(w, "room");
+    EXPECT_EQ(w.run(*p.t, p.path), "") << w.name;
+    EXPECT_NE(testing::readFile(p.path), kPrevious) << w.name;
+    for (const u16& text : p.t->ui.boxTexts()) EXPECT_EQ(text.find(u"Cannot write"), u16::npos) << w.name;
   }
 }
 

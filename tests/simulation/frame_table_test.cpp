@@ -1,33 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "simulation/frame_table.h"
-#include "simulation/reading_speed_color.h"
 #include "simulation/sim_rig.h"
 
 namespace quillon::testing {
 namespace {
 
-TEST(ReadingSpeedColour, BandsAreOpenAtTheTopAndWhiteAgainWhenFarTooSlow) {
-  // Speed 14 against 20 characters in 1 second: the ratio is speed / 20.
-  auto colourAt = [](double ratio) { return readingSpeedColor(ratio * 20, 0, 1, 20); };
-  EXPECT_EQ(colourAt(0.50), 0x0000FFu);
-  EXPECT_EQ(colourAt(0.55), 0x0000C0u);
-  EXPECT_EQ(colourAt(0.70), 0x8080FFu);
-  EXPECT_EQ(colourAt(0.80), 0xFF80FFu);
-  EXPECT_EQ(colourAt(0.90), 0xC0C0FFu);
-  EXPECT_EQ(colourAt(1.00), 0xFFFFFFu);
-  EXPECT_EQ(colourAt(1.05), 0xFFFFC0u);
-  EXPECT_EQ(colourAt(1.20), 0xFFFF80u);
-  EXPECT_EQ(colourAt(1.30), 0xC0C000u);
-  EXPECT_EQ(colourAt(1.35), 0xFFFFFFu);
-  EXPECT_EQ(colourAt(3.00), 0xFFFFFFu);
-  // No characters: a ratio of 1.
-  EXPECT_EQ(readingSpeedColor(14, 0, 2, 0), 0xFFFFFFu);
-}
-
 struct FrameRig : SimRig {
   // Records with cue texts in frames from the video's first frame at 01:00:00:00.
-  void records(std::initializer_list<std::pair<int, int>> frames) {
+  void records(const std::vector<std::pair<int, int>>& frames) {
     Session& ss = s();
     ss.TCInitial = u"01:00:00:00";
     int k = 0;
@@ -46,25 +29,24 @@ struct FrameRig : SimRig {
   }
 };
 
-TEST(FrameTable, EachSubtitleCoversItsFramesUpToAndWithItsCueOut) {
-  FrameRig rig;
-  rig.s().noframes = 10;
-  cleanSubtitlesArray(rig.s());
-  ASSERT_EQ(rig.s().frameTable.size(), 10u);
-  EXPECT_EQ(rig.s().frameTable[7].frame, 7);
-  rig.records({{1, 3}, {5, 5}, {7, 8}});
-  fillSubtitlesArray(rig.s());
-  EXPECT_EQ(rig.s().TCBase, 90000);
-  EXPECT_EQ(rig.table(), (std::vector<long>{-1, 1, 1, 1, -1, 2, -1, 3, 3, -1}));
-}
-
-TEST(FrameTable, AnOverlapBlocksEverySubtitleAfterIt) {
-  FrameRig rig;
-  rig.s().noframes = 10;
-  cleanSubtitlesArray(rig.s());
-  rig.records({{1, 4}, {2, 3}, {7, 8}});
-  fillSubtitlesArray(rig.s());
-  EXPECT_EQ(rig.table(), (std::vector<long>{-1, 1, 1, 1, 1, -1, -1, -1, -1, -1}));
+TEST(FrameTable, EachSubtitleCoversItsFramesUpToAndWithItsCueOutAndAnOverlapBlocksTheRest) {
+  struct Case {
+    std::vector<std::pair<int, int>> frames;
+    std::vector<long> table;
+  };
+  const Case cases[] = {{{{1, 3}, {5, 5}, {7, 8}}, {-1, 1, 1, 1, -1, 2, -1, 3, 3, -1}},
+                        {{{1, 4}, {2, 3}, {7, 8}}, {-1, 1, 1, 1, 1, -1, -1, -1, -1, -1}}};
+  for (const Case& c : cases) {
+    FrameRig rig;
+    rig.s().noframes = 10;
+    cleanSubtitlesArray(rig.s());
+    ASSERT_EQ(rig.s().frameTable.size(), 10u);
+    EXPECT_EQ(rig.s().frameTable[7].frame, 7);
+    rig.records(c.frames);
+    fillSubtitlesArray(rig.s());
+    EXPECT_EQ(rig.s().TCBase, 90000);
+    EXPECT_EQ(rig.table(), c.table);
+  }
 }
 
 struct RecordingRenderer : WysiwygRenderer {
@@ -81,6 +63,10 @@ struct RecordingRenderer : WysiwygRenderer {
 TEST(WysiwygTick, HandsEachSubtitleOverOnceOnTheFrameAfterItsFirst) {
   FrameRig rig;
   Session& s = rig.s();
+  RecordingRenderer r;
+  s.wysiwygOn = s.g_fsim = true;
+  wysiwygTick(rig.st(), r);  // nothing while the player cannot draw
+  EXPECT_TRUE(r.shows.empty());
   s.noframes = 12;
   cleanSubtitlesArray(s);
   rig.records({{2, 4}, {5, 7}});
@@ -90,8 +76,7 @@ TEST(WysiwygTick, HandsEachSubtitleOverOnceOnTheFrameAfterItsFirst) {
   s.scan.records[2].alignment = u'R';
   fillSubtitlesArray(s);
   s.TCBase = 0;  // the tick counts frames from the start of the player's clock here
-  RecordingRenderer r;
-  s.wysiwygCapable = s.wysiwygOn = s.g_fsim = true;
+  s.wysiwygCapable = true;
   std::vector<long> handedAt;
   for (int f = 0; f < 12; ++f) {
     ira(rig.st(), f / 30.0);
@@ -101,22 +86,12 @@ TEST(WysiwygTick, HandsEachSubtitleOverOnceOnTheFrameAfterItsFirst) {
   }
   EXPECT_EQ(handedAt, (std::vector<long>{3, 6}));
   ASSERT_EQ(r.handed.size(), 2u);
-  EXPECT_EQ(r.handed[0].line1, "caf\xe9");
-  EXPECT_EQ(r.handed[0].x, 110);
-  EXPECT_EQ(r.handed[0].justification, 1);
-  EXPECT_FALSE(r.handed[0].italic1);
-  EXPECT_TRUE(r.handed[0].italic2);
-  EXPECT_EQ(r.handed[1].x, 610);
-  EXPECT_EQ(r.handed[1].justification, 2);
+  // Latin-1 text, placed and justified by the alignment; style 2 italicises the second line.
+  const auto &a = r.handed[0], &b = r.handed[1];
+  EXPECT_EQ(std::tuple(a.line1, a.x, a.justification, a.italic1, a.italic2),
+            std::tuple(std::string("caf\xe9"), 110L, 1, false, true));
+  EXPECT_EQ(std::tuple(b.x, b.justification), std::tuple(610L, 2));
   EXPECT_EQ(r.shows, (std::vector<int>{0, 0, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0}));
-}
-
-TEST(WysiwygTick, DoesNothingWhileThePlayerCannotDraw) {
-  FrameRig rig;
-  RecordingRenderer r;
-  rig.s().wysiwygOn = rig.s().g_fsim = true;
-  wysiwygTick(rig.st(), r);
-  EXPECT_TRUE(r.shows.empty());
 }
 
 }  // namespace

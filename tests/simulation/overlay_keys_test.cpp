@@ -1,62 +1,25 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "simulation/overlay_windows.h"
 #include "simulation/sim_rig.h"
 
 namespace quillon::testing {
 namespace {
 
-TEST(SubtitleOverlayKeys, PositionKeysStopAtTheirEndsAndPlaceTheWindowAgain) {
-  SimRig rig;
-  FormaSubState& f = rig.ov().FormaSub;
-  f.Line1.caption = u"one line";
-  f.Left = 0;
-  rig.s().ultimaposenpantalla = 9;
-  formaSubKeyDown(rig.st(), vk::U, 0);
-  EXPECT_EQ(rig.s().ultimaposenpantalla, 9);
-  EXPECT_EQ(f.Left, 1060);
-  EXPECT_EQ(f.Top, 2000 + 1100);  // one line at position 9
-  EXPECT_EQ(f.Height, 350);
-  formaSubKeyDown(rig.st(), vk::B, 0);
-  formaSubKeyDown(rig.st(), vk::D, 0);
-  EXPECT_EQ(rig.s().ultimaposenpantalla, 0);
-  f.Line2.caption = u"second";
-  formaSubKeyDown(rig.st(), vk::T, 0);
-  EXPECT_EQ(f.Top, 2000 + 4000 - 9 * 350);
-  EXPECT_EQ(f.Height, 700);
-}
-
-TEST(SubtitleOverlayKeys, StyleAndAlignmentKeysSetTheLinesAndRememberTheChoice) {
-  SimRig rig;
-  FormaSubState& f = rig.ov().FormaSub;
-  formaSubKeyDown(rig.st(), vk::D2, 0);
-  EXPECT_FALSE(f.Line1.italic);
-  EXPECT_TRUE(f.Line2.italic);
-  EXPECT_EQ(rig.s().miItalStyle, u"2");
-  formaSubKeyDown(rig.st(), vk::I, 0);
-  EXPECT_TRUE(f.Line1.italic && f.Line2.italic);
-  formaSubKeyDown(rig.st(), vk::R, 0);
-  EXPECT_EQ(f.Line1.alignment, kAlignRight);
-  EXPECT_EQ(f.Line2.alignment, kAlignRight);
-  EXPECT_EQ(rig.s().ultimaposhcc, u"R");
-}
-
 TEST(SubtitleOverlayKeys, SpaceAndMouseMarkTheTimeAndShiftOrRightButtonChainTheNext) {
   SimRig rig;
-  ira(rig.st(), 12.5);
-  formaSubKeyDown(rig.st(), vk::Space, 0);
-  EXPECT_DOUBLE_EQ(rig.s().TCSpacebar, 12.5);
-  EXPECT_FALSE(rig.s().outnextin);
-  formaSubKeyDown(rig.st(), vk::Space, vk::ShiftMask);
-  EXPECT_TRUE(rig.s().outnextin);
-
-  rig.s().outnextin = false;
-  ira(rig.st(), 20.0);
-  formaSubMouseDown(rig.st(), kLeftButton);
-  EXPECT_DOUBLE_EQ(rig.s().TCSpacebar, 20.0);
-  EXPECT_FALSE(rig.s().outnextin);
-  formaSubMouseDown(rig.st(), kRightButton);
-  EXPECT_TRUE(rig.s().outnextin);
+  using Mark = void (*)(Station&, bool chain);
+  for (Mark mark : {+[](Station& st, bool chain) { formaSubKeyDown(st, vk::Space, chain ? vk::ShiftMask : 0); },
+                    +[](Station& st, bool chain) { formaSubMouseDown(st, chain ? kRightButton : kLeftButton); }}) {
+    rig.s().outnextin = false;
+    ira(rig.st(), rig.now() + 12.5);
+    mark(rig.st(), false);
+    EXPECT_EQ(std::tuple(rig.s().TCSpacebar, rig.s().outnextin), std::tuple(rig.now(), false));
+    mark(rig.st(), true);
+    EXPECT_TRUE(rig.s().outnextin);
+  }
 
   // A bare click on the window ends a timing run.
   rig.s().g_fsim = true;
@@ -78,39 +41,33 @@ struct EditRig : SimRig {
   }
 };
 
-TEST(SubtitleOverlayKeys, DuringAnEditOnlyFrameStepsMoveAndTheLabelUnderEditFollows) {
+TEST(SubtitleOverlayKeys, DuringAnEditOnlyFrameStepsMoveAndStopAtTheOtherMarkAndTheNeighbours) {
   EditRig rig;
+  ViewState& v = rig.st().view;
   rig.s().editingcueout = true;
   ira(rig.st(), 12.0);
   rig.s().TCSpacebar = 0;
   for (int k : {vk::Space, vk::Left, vk::Right, vk::PageUp, vk::PageDown}) formaSubKeyDown(rig.st(), k, 0);
-  EXPECT_DOUBLE_EQ(rig.now(), 12.0);
-  EXPECT_EQ(rig.s().TCSpacebar, 0);
-  formaSubKeyDown(rig.st(), vk::Down, 0);
-  EXPECT_EQ(rig.st().view.LabDur.caption, u"00:00:12:01");
-  EXPECT_EQ(rig.st().view.LabCom.caption, u"00:00:10:00");
-}
+  EXPECT_EQ(std::tuple(rig.now(), rig.s().TCSpacebar), std::tuple(12.0, 0.0));
+  formaSubKeyDown(rig.st(), vk::Down, 0);  // the label under edit follows
+  EXPECT_EQ(v.LabCom.caption + u" " + v.LabDur.caption, u"00:00:10:00 00:00:12:01");
 
-TEST(SubtitleOverlayKeys, FrameStepsInAnEditStopAtTheOtherMarkAndTheNeighbours) {
-  EditRig rig;
   // Cue-out down to the cue-in: the step back is refused there.
-  rig.s().editingcueout = true;
-  rig.st().view.LabDur.caption = rig.st().view.LabCom.caption;
+  v.LabDur.caption = v.LabCom.caption;
   ira(rig.st(), 10.0);
   formaSubKeyDown(rig.st(), vk::Up, 0);
   EXPECT_DOUBLE_EQ(rig.now(), 10.0);
   // Cue-in at the previous subtitle's end: no further back.
   rig.s().editingcueout = false;
-  rig.st().view.LabDur.caption = SEGaTC(12.0, 30);
-  rig.st().view.LabCom.caption = SEGaTC(9.0, 30);
+  v.LabCom.caption = SEGaTC(9.0, 30);
   ira(rig.st(), 9.0);
   formaSubKeyDown(rig.st(), vk::Up, 0);
   EXPECT_DOUBLE_EQ(rig.now(), 9.0);
   formaSubKeyDown(rig.st(), vk::Down, 0);
-  EXPECT_EQ(rig.st().view.LabCom.caption, u"00:00:09:01");
+  EXPECT_EQ(v.LabCom.caption, u"00:00:09:01");
   // Cue-out at the next subtitle's start: no further on.
   rig.s().editingcueout = true;
-  rig.st().view.LabDur.caption = SEGaTC(15.0, 30);
+  v.LabDur.caption = SEGaTC(15.0, 30);
   ira(rig.st(), 15.0);
   formaSubKeyDown(rig.st(), vk::Down, 0);
   EXPECT_DOUBLE_EQ(rig.now(), 15.0);
@@ -123,8 +80,7 @@ TEST(SubtitleOverlayKeys, TabSwitchesTheMarkUnderEditAndGoesToItEnterSavesEscLos
   EXPECT_FALSE(rig.s().editingcueout);
   EXPECT_NEAR(rig.now(), 10.0, 1e-9);
   formaSubKeyDown(rig.st(), vk::Enter, 0);
-  EXPECT_TRUE(rig.s().saveedittiming);
-  EXPECT_FALSE(rig.s().g_fedit);
+  EXPECT_EQ(std::tuple(rig.s().saveedittiming, rig.s().g_fedit), std::tuple(true, false));
 
   rig.s().g_fedit = true;
   rig.s().g_fsim = true;
@@ -137,31 +93,10 @@ TEST(SubtitleOverlayKeys, EnterInTimingPausesAndResumesWithTheReactionDelay) {
   rig.s().g_fspot = true;
   rig.s().delay = 0.3;
   resumevideo(rig.st());
-  formaSubKeyDown(rig.st(), vk::Enter, 0);
-  EXPECT_FALSE(rig.player.running());
-  EXPECT_EQ(rig.s().ultimodelay, 0);
-  formaSubKeyDown(rig.st(), vk::Enter, 0);
-  EXPECT_TRUE(rig.player.running());
-  EXPECT_DOUBLE_EQ(rig.s().ultimodelay, 0.3);
-}
-
-TEST(CaptionOverlayKeys, PositionIsAHexDigitAndAlignmentMovesTheWindow) {
-  SimRig rig;
-  FormaCCState& f = rig.ov().FormaCC;
-  f.Width = 10 * 150;
-  f.Height = 2 * 250;
-  rig.s().ultimaposenpantallacc = 14;
-  formaCCKeyDown(rig.st(), vk::U, 0);
-  formaCCKeyDown(rig.st(), vk::U, 0);
-  EXPECT_EQ(rig.s().ultimaposenpantallacc, 15);
-  EXPECT_EQ(f.Top, 2000 + 750);
-  formaCCKeyDown(rig.st(), vk::L, 0);
-  EXPECT_EQ(f.Left, 1060);
-  EXPECT_EQ(f.labline(3).alignment, kAlignLeft);
-  formaCCKeyDown(rig.st(), vk::B, 0);
-  EXPECT_EQ(f.Top, 2000 + 4500 - 500);
-  formaCCKeyDown(rig.st(), vk::I, 0);
-  for (int r = 1; r <= 4; ++r) EXPECT_TRUE(f.labline(r).italic);
+  for (auto [running, delay] : {std::tuple{false, 0.0}, {true, 0.3}}) {
+    formaSubKeyDown(rig.st(), vk::Enter, 0);
+    EXPECT_EQ(std::tuple(rig.player.running(), rig.s().ultimodelay), std::tuple(running, delay));
+  }
 }
 
 }  // namespace

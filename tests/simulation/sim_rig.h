@@ -63,20 +63,15 @@ inline std::u16string subTag(char16_t pos, char16_t align, char16_t style, doubl
 
 // The main window as a simulation must leave it.
 inline void expectMainWindowBack(const Station& st) {
+  const ViewState& v = st.view;
   EXPECT_FALSE(st.s.g_fsim);
   for (const char* m : {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub", "mnu_cc", "mnu_herr", "mnu_hlp"})
-    EXPECT_TRUE(st.view.menu(m).enabled) << m;
-  EXPECT_TRUE(st.view.slVideo.visible);
-  EXPECT_TRUE(st.view.toolbarVisible);
-  EXPECT_EQ(st.view.overlays.focus, "slVideo");
-  const Text1State& box = st.view.overlays.Text1;
-  EXPECT_FALSE(box.Visible);
-  EXPECT_EQ(box.Left, -1000);
-  EXPECT_TRUE(box.Text.empty());
-  EXPECT_TRUE(st.view.panels[3].text.empty());
-  EXPECT_TRUE(st.view.panels[3].enabled);
-  EXPECT_FALSE(st.view.overlays.FormaSub.Visible);
-  EXPECT_FALSE(st.view.overlays.FormaCC.Visible);
+    EXPECT_TRUE(v.menu(m).enabled) << m;
+  EXPECT_TRUE(v.slVideo.visible && v.toolbarVisible && v.panels[3].enabled);
+  EXPECT_EQ(v.overlays.focus, "slVideo");
+  EXPECT_EQ(v.overlays.Text1.Left, -1000);
+  EXPECT_TRUE(v.overlays.Text1.Text.empty() && v.panels[3].text.empty());
+  EXPECT_FALSE(v.overlays.Text1.Visible || v.overlays.FormaSub.Visible || v.overlays.FormaCC.Visible);
 }
 
 }  // namespace quillon::testing

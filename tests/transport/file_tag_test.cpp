@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <tuple>
 
 #include "core/session.h"
 #include "core/timecode.h"
@@ -62,34 +63,21 @@ TEST(FileTag, TagSetsRateWindowAndCheckMarks) {
   view.menu("mnu_NTSC").checked = true;
   const u16 tag = u"P01000000010001012";
   applyFileTag(s, view, tag);
-  EXPECT_EQ(s.g_fps, 25);
-  EXPECT_EQ(s.TCInitial, u"10:00:00:00");
-  EXPECT_EQ(s.TCFinal, u"10:00:10:12");
+  EXPECT_EQ(std::tuple(s.g_fps, s.TCInitial, s.TCFinal, view.menu("mnu_PAL").checked, view.menu("mnu_NTSC").checked),
+            std::tuple(25, u16(u"10:00:00:00"), u16(u"10:00:10:12"), true, false));
   EXPECT_EQ(s.TCBase, TCaFRAMES(u"10:00:00:00", 30));  // the rate standing before the tag
-  EXPECT_TRUE(view.menu("mnu_PAL").checked);
-  EXPECT_FALSE(view.menu("mnu_NTSC").checked);
-  EXPECT_FALSE(view.menu("mnu_CINE").checked);
-
   setVideoTimecodeWindow(s, view, mid(tag, 3, 16));
-  EXPECT_DOUBLE_EQ(s.tcStart, 36000);
-  EXPECT_DOUBLE_EQ(s.tcEnd, 36010 + 12.0 / 25);
-}
+  EXPECT_EQ(std::tuple(s.tcStart, s.tcEnd), std::tuple(36000.0, 36010 + 12.0 / 25));
 
-TEST(FileTag, UnknownOrEmptyTagFallsBackToThirtyAndTheWholeVideo) {
-  Session s;
-  ViewState view;
-  s.g_fps = 25;
-  s.videoDuration = 10;
-  applyFileTag(s, view, u"p0");  // the standard letter is case sensitive
-  EXPECT_EQ(s.g_fps, 30);
-  applyFileTag(s, view, u"C0");
-  EXPECT_EQ(s.g_fps, 24);
-  applyFileTag(s, view, u"");
-  EXPECT_EQ(s.g_fps, 30);
+  // An unknown or empty tag: thirty frames and the whole video. The
+  // standard letter is case sensitive.
+  for (auto [letter, fps] : {std::pair{u"p0", 30}, {u"C0", 24}, {u"", 30}}) {
+    applyFileTag(s, view, letter);
+    EXPECT_EQ(s.g_fps, fps) << toUtf8(letter);
+  }
   EXPECT_TRUE(view.menu("mnu_NTSC").checked);
   setVideoTimecodeWindow(s, view, u"");
-  EXPECT_EQ(s.tcStart, 0);
-  EXPECT_EQ(s.tcEnd, 10);
+  EXPECT_EQ(std::tuple(s.tcStart, s.tcEnd), std::tuple(0.0, 10.0));
 }
 
 }  // namespace

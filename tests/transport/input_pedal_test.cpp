@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "doubles/scripted_pedal_input.h"
 #include "transport/transport_fixture.h"
 
@@ -21,23 +23,28 @@ struct UsbPedalStation : TransportStation {
     ira(st, 50);
     ui.pumpStep = 0.01;
   }
-  void choose(const PedalDeviceInfo& d) { st.s.options["pedal.device"] = d.identity(); }
+  // The pedal chosen before, opened as the station starts.
+  void start(const PedalDeviceInfo* d = &kVec) {
+    if (d) st.s.options["pedal.device"] = d->identity();
+    startPedalInput(st);
+  }
+  // A switch's change, then `seconds` of the clock; where the video stands after.
+  double press(int button, double seconds) {
+    pedals.change(button);
+    run(seconds);
+    return st.s.g_dblPosActual;
+  }
   bool checked(int n) const { return st.view.menu("mnu_footpedalusb" + std::to_string(n)).checked; }
   ScriptedPedalInput pedals;
 };
 
 TEST(UsbPedal, SwitchesFoldThroughTimer2AsTheSerialLinesDo) {
   UsbPedalStation t;
-  t.choose(kVec);
-  startPedalInput(t.st);
+  t.start();
   ASSERT_TRUE(t.pedals.isOpen());
-  t.pedals.change(0);  // left pressed and released within the half second
-  t.run(0.2);
-  t.pedals.change(0);
-  t.run(1);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 45);
-  t.pedals.change(2);  // right, then the serial middle pedal: the later wins
-  t.run(0.2);
+  t.press(0, 0.2);  // left pressed and released within the half second
+  EXPECT_DOUBLE_EQ(t.press(0, 1), 45);
+  t.press(2, 0.2);  // right, then the serial middle pedal: the later wins
   t.port.open(1);
   t.port.lineChange(CommEvent::comEvDSR);
   t.run(1);
@@ -48,17 +55,13 @@ TEST(UsbPedal, SwitchesFoldThroughTimer2AsTheSerialLinesDo) {
 
   // Reordered: the right switch rewinds, the left one does nothing.
   t.st.s.options["pedal.map"] = "0,4,5";
-  t.pedals.change(0);
-  t.run(1);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 50);
-  t.pedals.change(2);
-  t.run(1);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 45);
+  EXPECT_DOUBLE_EQ(t.press(0, 1), 50);
+  EXPECT_DOUBLE_EQ(t.press(2, 1), 45);
 }
 
 TEST(UsbPedal, PortMenuListsThePedalsAndAClickOpensOrForgetsOne) {
   UsbPedalStation t;
-  startPedalInput(t.st);
+  t.start(nullptr);
   EXPECT_EQ(t.st.view.gainedItems.at("mnu_footpedalport"),
             std::vector<std::string>({"mnu_footpedalusb1", "mnu_footpedalusb2"}));
   EXPECT_EQ(t.st.view.menu("mnu_footpedalusb1").caption, u"USB pedal: VEC USB Footpedal");
@@ -69,22 +72,17 @@ TEST(UsbPedal, PortMenuListsThePedalsAndAClickOpensOrForgetsOne) {
   EXPECT_EQ(t.st.s.options["pedal.device"], "hidraw:0911:091a:Philips ACC2330");
   EXPECT_TRUE(t.checked(2));
   mnu_footpedalusb(t.st, 1);  // another one takes its place
-  EXPECT_TRUE(t.checked(1));
-  EXPECT_FALSE(t.checked(2));
+  EXPECT_EQ(std::tuple(t.checked(1), t.checked(2)), std::tuple(true, false));
   mnu_footpedalusb(t.st, 1);  // the open one again: closed and forgotten
-  EXPECT_FALSE(t.pedals.isOpen());
-  EXPECT_FALSE(t.checked(1));
-  EXPECT_EQ(t.st.s.options["pedal.device"], "");
+  EXPECT_EQ(std::tuple(t.pedals.isOpen(), t.checked(1), t.st.s.options["pedal.device"]),
+            std::tuple(false, false, std::string()));
 }
 
 TEST(UsbPedal, UnpluggedPedalFallsSilentAndIsPickedUpAgainUnderItsNewNode) {
   UsbPedalStation t;
-  t.choose(kVec);
-  startPedalInput(t.st);
+  t.start();
   t.pedals.unplug(kVec.path);
-  t.pedals.change(0);
-  t.run(1.5);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 50);
+  EXPECT_DOUBLE_EQ(t.press(0, 1.5), 50);
   EXPECT_EQ(t.st.view.gainedItems.at("mnu_footpedalport"), std::vector<std::string>({"mnu_footpedalusb1"}));
 
   PedalDeviceInfo back = kVec;
@@ -93,9 +91,7 @@ TEST(UsbPedal, UnpluggedPedalFallsSilentAndIsPickedUpAgainUnderItsNewNode) {
   t.run(1.1);
   EXPECT_EQ(t.pedals.openPath(), back.path);
   EXPECT_TRUE(t.checked(2));
-  t.pedals.change(0);
-  t.run(0.6);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 45);
+  EXPECT_DOUBLE_EQ(t.press(0, 0.6), 45);
 }
 
 TEST(UsbPedal, PedalTheUserMayNotReadNamesTheGroupToJoin) {
@@ -108,15 +104,14 @@ TEST(UsbPedal, PedalTheUserMayNotReadNamesTheGroupToJoin) {
                         Case{"root", u" Only root may read it: give it a udev rule that lets the group input read it "
                                      u"(see the README), then plug it in again."}}) {
     UsbPedalStation t;
-    t.choose(kVec);
-    startPedalInput(t.st);
+    t.start();
     t.pedals.unreadable = {kRaw.path};
     t.pedals.group = c.group;
     mnu_footpedalusb(t.st, 2);
-    EXPECT_EQ(t.ui.lastBox().text, u"You may not read the foot pedal Philips ACC2330 (/dev/hidraw2)." + c.advice);
-    EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
-    EXPECT_EQ(t.pedals.openPath(), kVec.path) << "the chosen pedal serves on";
-    EXPECT_TRUE(t.checked(1));
+    EXPECT_EQ(std::tuple(t.ui.lastBox().text, t.ui.lastBox().icon),
+              std::tuple(u"You may not read the foot pedal Philips ACC2330 (/dev/hidraw2)." + c.advice, Icon::Critical));
+    // The chosen pedal serves on.
+    EXPECT_EQ(std::tuple(t.pedals.openPath(), t.checked(1)), std::tuple(kVec.path, true));
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "core/timecode.h"
 #include "transport/controls.h"
 #include "transport/transport_fixture.h"
@@ -12,8 +14,22 @@ namespace quillon {
 namespace {
 
 using testing::TransportStation;
+using Clicks = std::vector<std::string>;
 
 constexpr int kCtrl = kCtrlMask;
+
+// A key and where the video must stand after it.
+struct Step {
+  int key, mods;
+  double at;
+};
+
+void play(Station& st, std::initializer_list<Step> steps) {
+  for (const Step& s : steps) {
+    formKeyDown(st, s.key, s.mods);
+    EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, s.at) << "key " << s.key << " mods " << s.mods;
+  }
+}
 
 TEST(EscapeKey, EndsOnlyTheFirstThingThatApplies) {
   TransportStation t;
@@ -24,23 +40,14 @@ TEST(EscapeKey, EndsOnlyTheFirstThingThatApplies) {
   s.g_fsim = s.g_fedit = true;
   s.blockStart = 3605;
   t.st.view.panel(8).text = u"Cue-out...";
-
-  formKeyDown(t.st, 27, 0);
-  EXPECT_FALSE(s.g_fsim);
-  EXPECT_TRUE(s.g_fedit);
-  EXPECT_TRUE(s.fullscreenmode);
-  formKeyDown(t.st, 27, 0);
-  EXPECT_FALSE(s.g_fedit);
-  EXPECT_TRUE(s.fullscreenmode);
-  formKeyDown(t.st, 27, 0);
-  EXPECT_FALSE(s.fullscreenmode);
-  EXPECT_TRUE(s.g_fVideoRun);
-  EXPECT_EQ(s.blockStart, 3605);
-  formKeyDown(t.st, 27, 0);
-  EXPECT_EQ(s.blockStart, 0);
+  // Simulation, then edit, then full screen, then the open block and play.
+  using State = std::tuple<bool, bool, bool, bool, double>;
+  for (const State& after : {State{false, true, true, true, 3605}, State{false, false, true, true, 3605},
+                             State{false, false, false, true, 3605}, State{false, false, false, false, 0}}) {
+    formKeyDown(t.st, 27, 0);
+    EXPECT_EQ(State(s.g_fsim, s.g_fedit, s.fullscreenmode != 0, s.g_fVideoRun, s.blockStart), after);
+  }
   EXPECT_EQ(t.st.view.panel(8).text, u"");
-  EXPECT_FALSE(s.g_fVideoRun);
-  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Play");
   EXPECT_EQ(t.st.view.menu("mnu_play").caption, u"&Play");
 }
 
@@ -51,56 +58,39 @@ TEST(EscapeKey, TextBoxStopsASimulationAndLeavesFullScreenInOnePress) {
   t.st.s.g_fsim = t.st.s.g_fedit = true;
   t.st.view.overlays.focus = "Text1";
   keyDown(t.st, 27, 0);
-  EXPECT_FALSE(t.st.s.g_fsim);
-  EXPECT_FALSE(t.st.s.g_fedit);
-  EXPECT_FALSE(t.st.s.fullscreenmode);
-
+  EXPECT_FALSE(t.st.s.g_fsim || t.st.s.g_fedit || t.st.s.fullscreenmode);
   keyDown(t.st, 70, kCtrl);
   EXPECT_TRUE(t.st.s.fullscreenmode);
   keyDown(t.st, 70, kCtrl);
   EXPECT_FALSE(t.st.s.fullscreenmode);
-  std::vector<std::string> clicks;
-  t.st.clickMenu = [&](Station&, std::string_view item) { clicks.emplace_back(item); };
+  t.recordClicks();
   keyDown(t.st, 74, kCtrl);
-  EXPECT_EQ(clicks, std::vector<std::string>{"mnu_sim_con"});
+  EXPECT_EQ(t.clicks, Clicks{"mnu_sim_con"});
 }
 
 TEST(TransportKeys, SeeksJumpsAndFrameSteps) {
   TransportStation t;
   t.openTaggedVideo();
   Station& st = t.st;
-  ira(st, 50);
-  formKeyDown(st, 37, 0);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 49);
-  formKeyDown(st, 34, 0);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 54);
-  formKeyDown(st, 53, 0);  // "5"
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 59);
-  formKeyDown(st, 109, 0);  // keypad minus turns the digits back
+  for (auto [to, at] : {std::pair{-3.0, 0.0}, {500.0, 120.0}, {50.0, 50.0}}) {
+    ira(st, to);
+    EXPECT_EQ(st.s.g_dblPosActual, at);
+  }
+  // Left, PageDown, "5", then keypad minus turns the digits back for keypad 3.
+  play(st, {{37, 0, 49}, {34, 0, 54}, {53, 0, 59}, {109, 0, 59}, {99, 0, 56}, {40, 0, 56.04}});
   EXPECT_EQ(st.view.menu("mnu_dir").caption, u"Keyboard di&gits <-");
-  formKeyDown(st, 99, 0);  // keypad 3
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 56);
-  formKeyDown(st, 40, 0);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 56.04);
   EXPECT_TRUE(st.s.frameStepFlag);
   ira(st, 3);
-  formKeyDown(st, 53, 0);  // "5" backwards from 3 stops at the start
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 0);
-  formKeyDown(st, 107, 0);
+  play(st, {{53, 0, 0}, {107, 0, 0}});  // "5" backwards from 3 stops at the start
   EXPECT_TRUE(st.s.keyDigitsForward);
   mnu_dir(st);
   EXPECT_FALSE(st.s.keyDigitsForward);
-  EXPECT_EQ(st.view.menu("mnu_dir").caption, u"Keyboard di&gits <-");
 
-  formKeyDown(st, 35, 0);  // End: a second before the end, and it runs
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 119);
+  play(st, {{35, 0, 119}});  // End: a second before the end, and it runs
   EXPECT_TRUE(st.s.g_fVideoRun);
-  formKeyDown(st, 13, 0);  // Enter toggles
+  play(st, {{13, 0, 119}, {36, 0, 0}});  // Enter toggles, Home
   EXPECT_FALSE(st.s.g_fVideoRun);
-  formKeyDown(st, 36, 0);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 0);
   formKeyDown(st, 83, kCtrl);
-  EXPECT_TRUE(st.view.menu("mnu_vid_vel_slo").checked);
   formKeyDown(st, 83, 0);  // S alone does nothing
   EXPECT_TRUE(st.view.menu("mnu_vid_vel_slo").checked);
 }
@@ -108,8 +98,7 @@ TEST(TransportKeys, SeeksJumpsAndFrameSteps) {
 TEST(TransportKeys, SliderLeavesArrowsToItselfAndExportsScc) {
   TransportStation t;
   t.openTaggedVideo();
-  std::vector<std::string> clicks;
-  t.st.clickMenu = [&](Station&, std::string_view item) { clicks.emplace_back(item); };
+  t.recordClicks();
   ira(t.st, 50);
   t.st.view.overlays.focus = "slVideo";
   for (int key : {37, 39, 33, 34, 71}) keyDown(t.st, key, 0);
@@ -121,21 +110,7 @@ TEST(TransportKeys, SliderLeavesArrowsToItselfAndExportsScc) {
   t.st.view.overlays.focus.clear();
   keyDown(t.st, 8, kCtrl);
   keyDown(t.st, 8, 0);
-  EXPECT_EQ(clicks, (std::vector<std::string>{"mnu_cc_scc", "mnu_sub_ebu"}));
-}
-
-TEST(TransportKeys, NothingWithoutAVideo) {
-  TransportStation t;
-  t.st.s.g_fsim = true;
-  formKeyDown(t.st, 27, 0);
-  sliderKeyDown(t.st, 27, 0);
-  EXPECT_TRUE(t.st.s.g_fsim);
-  formKeyDown(t.st, 112, 0);
-  EXPECT_FALSE(t.st.view.menu("mnu_iramarca1").caption.starts_with(u"Marker"));
-  ira(t.st, 10);
-  EXPECT_EQ(t.st.s.g_dblPosActual, 0);
-  toggleMute(t.st);
-  EXPECT_FALSE(t.st.view.menu("mnu_sil").checked);
+  EXPECT_EQ(t.clicks, (Clicks{"mnu_cc_scc", "mnu_sub_ebu"}));
 }
 
 TEST(Markers, SetGoAndMenuCaptions) {
@@ -150,22 +125,17 @@ TEST(Markers, SetGoAndMenuCaptions) {
   formKeyDown(st, 121, 0);  // F10
   EXPECT_EQ(st.view.menu("mnu_iramarca10").caption, u"Marker 1&0 = 01:00:30:00");
   formKeyDown(st, 123, 0);  // F12 has no menu item
-  EXPECT_DOUBLE_EQ(st.s.markers[12], 30);
-
-  formKeyDown(st, 112, kCtrl);  // Ctrl+F1 goes to marker 1
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 12.5);
-  formKeyDown(st, 114, kCtrl);  // Ctrl+F3, unset: sets it here
-  EXPECT_DOUBLE_EQ(st.s.markers[3], 12.5);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 12.5);
+  // Ctrl+F1 goes to marker 1; Ctrl+F3, unset, sets it here.
+  play(st, {{112, kCtrl, 12.5}, {114, kCtrl, 12.5}});
+  EXPECT_EQ(std::tuple(st.s.markers[3], st.s.markers[12]), std::tuple(12.5, 30.0));
   mnu_iramarca(st, 10);
   EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 30);
 
   // A marker set at the very start counts as unset.
   ira(st, 0);
-  formKeyDown(st, 113, 0);  // F2 at 0
+  formKeyDown(st, 113, 0);
   ira(st, 40);
-  formKeyDown(st, 113, kCtrl);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 40);
+  play(st, {{113, kCtrl, 40}});
   EXPECT_DOUBLE_EQ(st.s.markers[2], 40);
 }
 
@@ -174,50 +144,37 @@ TEST(SpaceMark, TwoPressesTagABlockAndCtrlSpaceGoesBackToIt) {
   t.openTaggedVideo();
   t.open(u"First line\nSecond\nThird\n");
   Station& st = t.st;
-  st.s.characterWindow = false;  // no character asked: the tag goes in without a name
-  st.s.switchToWordProcessor = false;
-  st.s.delay = 0;
+  Session& s = st.s;
+  s.characterWindow = false;  // no character asked: the tag goes in without a name
+  s.switchToWordProcessor = false;
+  s.delay = 0;
   resumevideo(st);
   ira(st, 10);
   formKeyDown(st, 32, 0);
   EXPECT_EQ(st.view.panel(8).text, u"Cue-out...");
-  EXPECT_DOUBLE_EQ(st.s.blockStart, 3610);
-
   ira(st, 8);  // went back: a press before the mark does nothing
   formKeyDown(st, 32, 0);
-  EXPECT_DOUBLE_EQ(st.s.blockStart, 3610);
-  EXPECT_TRUE(st.s.g_fVideoRun);
+  EXPECT_DOUBLE_EQ(s.blockStart, 3610);
 
   ira(st, 14);
   labTimecodeClick(st);  // the label's click is the same mark
-  EXPECT_DOUBLE_EQ(st.s.blockStart, 0);
-  EXPECT_DOUBLE_EQ(st.s.lastCueIn, 3610);
-  EXPECT_DOUBLE_EQ(st.s.lastCueOut, 3614);
+  EXPECT_EQ(std::tuple(s.blockStart, s.lastCueIn, s.lastCueOut), std::tuple(0.0, 3610.0, 3614.0));
   EXPECT_EQ(st.view.panel(8).text, u"");
-  EXPECT_TRUE(st.view.menu("mnu_iraultblo").enabled);
   EXPECT_NE(t.content().find(u"DUB[0 N 01:00:10:00>01:00:14:00] "), std::u16string::npos) << toUtf8(t.content());
   // Without the switch to the document the video plays on after the tag.
-  EXPECT_TRUE(st.s.g_fVideoRun);
+  EXPECT_TRUE(s.g_fVideoRun);
 
   ira(st, 60);
-  formKeyDown(st, 32, kCtrl);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 9);
+  play(st, {{32, kCtrl, 9}});
   ira(st, 60);
   mnu_iraultblo(st);
-  EXPECT_DOUBLE_EQ(st.s.g_dblPosActual, 9);
-}
+  EXPECT_DOUBLE_EQ(s.g_dblPosActual, 9);
 
-TEST(SpaceMark, CueInOnlyClosesABlockAtEachPress) {
-  TransportStation t;
-  t.openTaggedVideo();
-  t.open(u"Line\n");
-  t.st.s.characterWindow = false;
-  t.st.s.cueInOnly = true;
-  t.st.s.delay = 0;
-  ira(t.st, 20);
-  formKeyDown(t.st, 32, 0);
-  EXPECT_DOUBLE_EQ(t.st.s.lastCueIn, 0);
-  EXPECT_DOUBLE_EQ(t.st.s.lastCueOut, 3620);
+  // Cue-in only closes a block at each press.
+  s.cueInOnly = true;
+  ira(st, 20);
+  formKeyDown(st, 32, 0);
+  EXPECT_EQ(std::tuple(s.lastCueIn, s.lastCueOut), std::tuple(0.0, 3620.0));
   EXPECT_NE(t.content().find(u"DUB[01:00:20:00]\t"), std::u16string::npos) << toUtf8(t.content());
 }
 

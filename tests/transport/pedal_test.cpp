@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "transport/transport_fixture.h"
 
 namespace quillon {
@@ -16,15 +18,18 @@ struct PedalStation : TransportStation {
     ira(st, 50);
     ui.pumpStep = 0.01;
   }
+  // A change on the pedal's line, then `seconds` of the clock; where the video stands after.
+  double pedal(CommEvent line, double seconds) {
+    port.lineChange(line);
+    run(seconds);
+    return st.s.g_dblPosActual;
+  }
 };
 
 TEST(Pedal, TwoPedalsWithinHalfASecondActOnceByTheLater) {
   PedalStation t;
-  t.port.lineChange(CommEvent::comEvCTS);
-  t.run(0.2);
-  t.port.lineChange(CommEvent::comEvCD);
-  t.run(0.25);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 50);  // still settling
+  t.pedal(CommEvent::comEvCTS, 0.2);
+  EXPECT_DOUBLE_EQ(t.pedal(CommEvent::comEvCD, 0.25), 50);  // still settling
   t.run(0.1);
   EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 45);  // rewind only, once
   EXPECT_FALSE(t.st.view.Timer2.enabled);
@@ -34,58 +39,35 @@ TEST(Pedal, TwoPedalsWithinHalfASecondActOnceByTheLater) {
 
 TEST(Pedal, PressAndReleaseActOnceAndALateReleaseActsAgain) {
   PedalStation t;
-  t.port.lineChange(CommEvent::comEvCTS);
-  t.run(0.3);
-  t.port.lineChange(CommEvent::comEvCTS);  // released within the half second
-  t.run(1);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 55);
-  t.port.lineChange(CommEvent::comEvCTS);
-  t.run(1);
-  t.port.lineChange(CommEvent::comEvCTS);  // released after it
-  t.run(1);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 65);
+  t.pedal(CommEvent::comEvCTS, 0.3);
+  EXPECT_DOUBLE_EQ(t.pedal(CommEvent::comEvCTS, 1), 55);  // released within the half second
+  t.pedal(CommEvent::comEvCTS, 1);
+  EXPECT_DOUBLE_EQ(t.pedal(CommEvent::comEvCTS, 1), 65);  // released after it
 }
 
 TEST(Pedal, MiddlePedalTogglesPlayAndJumpsStopAtTheEnd) {
   PedalStation t;
   t.ui.pointer = Pointer::Hourglass;
-  t.port.lineChange(CommEvent::comEvDSR);
-  t.run(0.6);
-  EXPECT_TRUE(t.st.s.g_fVideoRun);
-  EXPECT_EQ(t.st.view.toolbarButton(6).caption, u"Stop");
-  EXPECT_EQ(t.ui.pointer, Pointer::Default);
-  t.port.lineChange(CommEvent::comEvDSR);
-  t.run(0.6);
+  t.pedal(CommEvent::comEvDSR, 0.6);
+  EXPECT_EQ(std::tuple(t.st.s.g_fVideoRun, t.st.view.toolbarButton(6).caption, t.ui.pointer),
+            std::tuple(true, u16(u"Stop"), Pointer::Default));
+  t.pedal(CommEvent::comEvDSR, 0.6);
   EXPECT_FALSE(t.st.s.g_fVideoRun);
 
   t.st.s.footpedaljump = 30;
   ira(t.st, 100);
-  t.port.lineChange(CommEvent::comEvCTS);
-  t.run(0.6);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 120);
-  t.port.lineChange(CommEvent::comEvRing);  // no pedal on that line
-  t.run(0.6);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 120);
-}
-
-TEST(Pedal, NothingWithoutAVideo) {
-  TransportStation t;
-  t.port.open(1);
-  t.port.lineChange(CommEvent::comEvDSR);
-  t.run(1);
-  EXPECT_FALSE(t.st.s.g_fVideoRun);
-  EXPECT_EQ(t.st.s.lastfootpedalevent, 4);
+  EXPECT_DOUBLE_EQ(t.pedal(CommEvent::comEvCTS, 0.6), 120);
+  EXPECT_DOUBLE_EQ(t.pedal(CommEvent::comEvRing, 0.6), 120);  // no pedal on that line
 }
 
 TEST(PedalPort, MenuOpensOnlyWhenNoPortIsOpen) {
   TransportStation t;
   t.port.presentPorts = {1, 2};
+  auto box = [&] { return std::tuple(t.ui.lastBox().text, t.ui.lastBox().icon); };
   mnu_footpedalcom(t.st, 3);  // the machine has no COM3
-  EXPECT_EQ(t.ui.lastBox().text, u"An error occured trying to open serial port COM3.");
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
+  EXPECT_EQ(box(), std::tuple(u16(u"An error occured trying to open serial port COM3."), Icon::Critical));
   mnu_footpedalcom(t.st, 2);
-  EXPECT_EQ(t.ui.lastBox().text, u"Serial Port COM2 opened for foot pedal communications.");
-  EXPECT_EQ(t.ui.lastBox().icon, Icon::Information);
+  EXPECT_EQ(box(), std::tuple(u16(u"Serial Port COM2 opened for foot pedal communications."), Icon::Information));
   EXPECT_TRUE(t.st.view.menu("mnu_footpedalcom2").checked);
   // Any port, the same one too, fails while one is open; the marks stay.
   mnu_footpedalcom(t.st, 2);
@@ -94,21 +76,22 @@ TEST(PedalPort, MenuOpensOnlyWhenNoPortIsOpen) {
   EXPECT_TRUE(t.st.view.menu("mnu_footpedalcom2").checked);
   EXPECT_FALSE(t.st.view.menu("mnu_footpedalcom1").checked);
   EXPECT_EQ(t.st.s.commPort, 1);  // the setting is not changed
+  // Without a video a pedal is only noted.
+  t.port.lineChange(CommEvent::comEvDSR);
+  t.run(1);
+  EXPECT_FALSE(t.st.s.g_fVideoRun);
+  EXPECT_EQ(t.st.s.lastfootpedalevent, 4);
 }
 
 TEST(PedalPort, JumpTimeIsKeptBetweenZeroAndThirty) {
   TransportStation t;
-  t.ui.inputs = {u"12", u"31", u"", u"0"};
-  mnu_footpedaljump(t.st);
+  // Out of range resets it to five seconds; no answer keeps it.
+  for (auto [answer, jump] : {std::pair{u"31", 5.0}, {u"12", 12.0}, {u"", 12.0}, {u"0", 0.0}}) {
+    t.ui.inputs = {answer};
+    mnu_footpedaljump(t.st);
+    EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, jump) << toUtf8(answer);
+  }
   EXPECT_EQ(t.ui.inputPrompts.back(), u"Enter jump time when pressing FWD and REW pedals");
-  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 12);
-  mnu_footpedaljump(t.st);
-  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 5);
-  t.st.s.footpedaljump = 7;
-  mnu_footpedaljump(t.st);
-  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 7);
-  mnu_footpedaljump(t.st);
-  EXPECT_DOUBLE_EQ(t.st.s.footpedaljump, 0);
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "doubles/scripted_serial_port.h"
 #include "doubles/simulated_player.h"
@@ -28,16 +30,18 @@ struct TransportStation : TestStation {
     st.player = &player;
     st.port = &port;
     installTransport(st);
-    ui.onPump = [this] {
-      fireDueTimers(st);
-      if (atPump) atPump();
-    };
+    ui.onPump = [this] { fireDueTimers(st); };
   }
   // A tagged 120-second PAL video opened and paused at 0.
   void openTaggedVideo(double duration = 120) {
     player.fileDuration = duration;
     abrirvideo(st, u"\"" + fromUtf8(videoFile("clip.avi", "\"P00100000001020000\"\r\n")) + u"\"");
     pausevideo(st);
+  }
+  // Records the menu items the station clicks from here on.
+  std::vector<std::string>& recordClicks() {
+    st.clickMenu = [this](Station&, std::string_view item) { clicks.emplace_back(item); };
+    return clicks;
   }
   // Pumps until the clock has gone `seconds` further.
   void run(double seconds) {
@@ -47,7 +51,7 @@ struct TransportStation : TestStation {
 
   SimulatedPlayer player;
   ScriptedSerialPort port;
-  std::function<void()> atPump;  // called on each pump after the timers
+  std::vector<std::string> clicks;
 };
 
 }  // namespace quillon::testing
