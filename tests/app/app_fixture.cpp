@@ -26,14 +26,6 @@ QApplication& application() {
   return *app;
 }
 
-std::string sampleVideo() {
-#ifdef QUILLON_SAMPLE_MEDIA_DIR
-  const std::string path = std::string(QUILLON_SAMPLE_MEDIA_DIR) + "/pattern.mp4";
-  if (!readFile(path).empty()) return path;
-#endif
-  return {};
-}
-
 RunningStation::RunningStation(std::u16string_view text) {
   application();
   static int count = 0;

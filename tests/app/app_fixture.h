@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include "app/desktop_station.h"
+#include "platform/sample_media.h"
 
 namespace quillon::testing {
 
@@ -19,9 +20,6 @@ namespace quillon::testing {
 QApplication& application();
 // True when the tests run on a display where mpv draws the picture.
 bool pictureTests();
-
-// The generated 10-second, 25 fps test pattern; empty when not generated.
-std::string sampleVideo();
 
 struct RunningStation {
   // `script` is the document's text, '\n' standing for the paragraph mark.

@@ -75,7 +75,8 @@ class WindowBackedDocument : public DocumentService {
     check();
   }
   void check() {
-    if (ScriptView* v = w_.activeView()) EXPECT_TRUE(editorInStep(*v));
+    ScriptView* v = w_.activeView();
+    EXPECT_TRUE(!v || editorInStep(*v));
   }
 
   ScriptedUi ui_;
