@@ -1,4 +1,6 @@
-// .docx and .odt read into the station's document and written back.
+// .docx and .odt read into the station's document and written back. The
+// packages' XML lies in golden/: in_*.xml are the bodies read, the styles
+// files their styles, the rest the parts written.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -10,65 +12,30 @@
 namespace quillon::testing {
 namespace {
 
-const std::string kDocxStyles =
-    "<w:docDefaults><w:rPrDefault><w:rPr><w:sz w:val=\"24\"/></w:rPr></w:rPrDefault></w:docDefaults>"
-    "<w:style w:type=\"paragraph\" w:default=\"1\" w:styleId=\"Normal\"/>"
-    "<w:style w:type=\"paragraph\" w:styleId=\"Voice\"><w:basedOn w:val=\"Normal\"/><w:rPr><w:i/></w:rPr></w:style>"
-    "<w:style w:type=\"paragraph\" w:styleId=\"VoiceQuiet\"><w:basedOn w:val=\"Voice\"/></w:style>"
-    "<w:style w:type=\"character\" w:styleId=\"Emph\"><w:rPr><w:i/></w:rPr></w:style>"
-    "<w:style w:type=\"character\" w:styleId=\"Plain\"><w:rPr><w:i w:val=\"0\"/></w:rPr></w:style>";
-const std::string kOdtCommon =
-    "<style:default-style style:family=\"paragraph\"><style:text-properties fo:font-size=\"12pt\"/>"
-    "</style:default-style><style:style style:name=\"Voice\" style:family=\"paragraph\"><style:text-properties "
-    "fo:font-style=\"italic\"/></style:style><style:style style:name=\"Quiet\" style:family=\"paragraph\" "
-    "style:parent-style-name=\"Voice\"/><style:style style:name=\"Emph\" style:family=\"text\"><style:text-properties "
-    "fo:font-style=\"oblique\"/></style:style>";
-const std::string kOdtAutomatic =
-    "<style:style style:name=\"T1\" style:family=\"text\"><style:text-properties fo:font-weight=\"bold\"/>"
-    "</style:style><style:style style:name=\"T2\" style:family=\"text\"><style:text-properties "
-    "fo:font-style=\"normal\"/></style:style>";
 const std::u16string kTag = u"SUB[0 N 00:00:01:00>00:00:02:00]\r";
 
+// A package whose body is the golden file `body`, with the styles files
+// when `styled`.
+std::string package(bool odt, const std::string& body, bool styled = true) {
+  const std::string text = body.rfind("in_", 0) == 0 ? goldenFile(body) : body;
+  if (odt) return odtPackage(text, styled ? goldenFile("odt_automatic.xml") : "", styled ? goldenFile("odt_common.xml") : "");
+  return docxPackage(text, styled ? goldenFile("docx_styles.xml") : "");
+}
+
 TEST(OfficeFiles, ItalicsComeFromRunsStylesAndParentsAndBreaksBecomeScannerText) {
-  struct Case {
-    const char* what;
+  const struct {
     bool odt;
-    std::string package;
+    const char* body;
     std::u16string expected;
   } cases[] = {
-      {"docx: direct, then character, then paragraph style", false,
-       docxPackage("<w:p><w:r><w:t xml:space=\"preserve\">Plain </w:t></w:r><w:r><w:rPr><w:i/></w:rPr><w:t>direct"
-                   "</w:t></w:r><w:r><w:rPr><w:i w:val=\"false\"/></w:rPr><w:t> off</w:t></w:r></w:p>"
-                   "<w:p><w:pPr><w:pStyle w:val=\"VoiceQuiet\"/></w:pPr><w:r><w:t>based on</w:t></w:r>"
-                   "<w:r><w:rPr><w:rStyle w:val=\"Plain\"/></w:rPr><w:t> upright</w:t></w:r></w:p><w:p><w:hyperlink>"
-                   "<w:r><w:rPr><w:rStyle w:val=\"Emph\"/></w:rPr><w:t>linked</w:t></w:r></w:hyperlink></w:p>",
-                   kDocxStyles),
-       u"Plain <i>direct</i> off\n<i>based on</i> upright\n<i>linked</i>\n"},
-      {"docx: tab, line and page breaks, table cells, tracked changes", false,
-       docxPackage("<w:p><w:r><w:t>A</w:t><w:tab/><w:t>B</w:t><w:br/><w:t>C</w:t><w:br w:type=\"page\"/></w:r></w:p>"
-                   "<w:tbl><w:tr><w:tc><w:p><w:r><w:t>cell one</w:t></w:r></w:p></w:tc>"
-                   "<w:tc><w:p><w:r><w:t>cell two</w:t></w:r></w:p></w:tc></w:tr></w:tbl>"
-                   "<w:p><w:r><w:t>kept</w:t></w:r><w:del><w:r><w:delText>gone</w:delText></w:r></w:del>"
-                   "<w:ins><w:r><w:t> added</w:t></w:r></w:ins></w:p>"),
-       u"A\tB\vC\f\ncell one\ncell two\nkept added\n"},
-      {"odt: span styles, then paragraph styles through their parents", true,
-       odtPackage("<text:p>Plain <text:span text:style-name=\"Emph\">slanted <text:span text:style-name=\"T1\">bold"
-                  "</text:span></text:span>.</text:p><text:h text:style-name=\"Quiet\" text:outline-level=\"1\">"
-                  "Heading <text:span text:style-name=\"T2\">up</text:span></text:h><text:list><text:list-item>"
-                  "<text:p text:style-name=\"Voice\"><text:a xlink:href=\"x\">linked</text:a></text:p>"
-                  "</text:list-item></text:list>",
-                  kOdtAutomatic, kOdtCommon),
-       u"Plain <i>slanted bold</i>.\n<i>Heading </i>up\n<i>linked</i>\n"},
-      {"odt: white space collapses, breaks, notes and tables", true,
-       odtPackage("<text:p>   lead <text:span>  x </text:span>  trail  </text:p>"
-                  "<text:p> <text:s/>y<text:s text:c=\"3\"/>z</text:p>"
-                  "<text:p>A<text:tab/>B<text:line-break/>C<text:soft-page-break/><text:note><text:note-citation>1"
-                  "</text:note-citation><text:note-body><text:p>foot</text:p></text:note-body></text:note></text:p>"
-                  "<table:table><table:table-column/><table:table-row><table:table-cell><text:p>cell</text:p>"
-                  "</table:table-cell></table:table-row></table:table>"),
-       u"lead x trail \n y   z\nA\tB\vC\ncell\n"},
+      // Direct formatting, then character styles, then paragraph styles through their parents.
+      {false, "in_docx_italics.xml", u"Plain <i>direct</i> off\n<i>based on</i> upright\n<i>linked</i>\n"},
+      {true, "in_odt_italics.xml", u"Plain <i>slanted bold</i>.\n<i>Heading </i>up\n<i>linked</i>\n"},
+      // Tabs, line and page breaks, table cells, tracked changes, notes; ODF white space collapses.
+      {false, "in_docx_breaks.xml", u"A\tB\vC\f\ncell one\ncell two\nkept added\n"},
+      {true, "in_odt_spaces.xml", u"lead x trail \n y   z\nA\tB\vC\ncell\n"},
   };
-  for (const Case& c : cases) EXPECT_EQ(marked(*loadPackage(c.package, c.odt)), c.expected) << c.what;
+  for (const auto& c : cases) EXPECT_EQ(marked(*loadPackage(package(c.odt, c.body), c.odt)), c.expected) << c.body;
 }
 
 // Untouched paragraphs are written back byte for byte, a new one takes the
@@ -84,39 +51,30 @@ TEST(OfficeFiles, EditsRewriteOnlyTheParagraphsTheyTouch) {
     };
   };
   struct Case {
-    const char* golden;  // also names the part: word/ or content.xml
+    const char* golden;  // names the part too: word/styles.xml, word/document.xml or content.xml
     bool odt;
     std::string package;  // empty for a new document
     Edit edit;
     std::u16string readBack;
   } cases[] = {
-      {"docx_tag_in_front.xml", false,
-       docxPackage("<w:p><w:pPr><w:pStyle w:val=\"Voice\"/><w:jc w:val=\"center\"/></w:pPr><w:r><w:rPr><w:rFonts "
-                   "w:ascii=\"Arial\"/><w:b/></w:rPr><w:t>Hello there</w:t></w:r></w:p><w:p><w:r><w:rPr><w:color "
-                   "w:val=\"FF0000\"/></w:rPr><w:t>Second</w:t></w:r></w:p>",
-                   kDocxStyles),
-       tagBefore(2), u"<i>Hello there</i>\nSUB[0 N 00:00:01:00>00:00:02:00]\nSecond\n"},
-      {"docx_ends_joined.xml", false,
-       docxPackage("<w:p><w:pPr><w:pStyle w:val=\"Voice\"/></w:pPr><w:r><w:rPr><w:b/></w:rPr><w:t>middle</w:t></w:r>"
-                   "<w:bookmarkStart w:id=\"0\" w:name=\"mark\"/><w:bookmarkEnd w:id=\"0\"/></w:p>",
-                   kDocxStyles),
+      {"docx_tag_in_front.xml", false, package(false, "in_docx_tag.xml"), tagBefore(2),
+       u"<i>Hello there</i>\nSUB[0 N 00:00:01:00>00:00:02:00]\nSecond\n"},
+      {"docx_ends_joined.xml", false, package(false, "in_docx_ends.xml"),
        [](TestStation&, MemoryDocument& d) {
          d.insert(0, u"up ", true, false);
          d.insert(d.length() - 1, u" slanted", true, true);
        },
        u"up <i>middle slanted</i>\n"},
       {"docx_edit_inside.xml", false,
-       docxPackage("<w:p><w:pPr><w:jc w:val=\"right\"/></w:pPr><w:r><w:rPr><w:sz w:val=\"40\"/></w:rPr>"
-                   "<w:t>one two</w:t></w:r></w:p>"),
+       package(false, "<w:p><w:pPr><w:jc w:val=\"right\"/></w:pPr><w:r><w:rPr><w:sz w:val=\"40\"/></w:rPr>"
+                      "<w:t>one two</w:t></w:r></w:p>", false),
        [](TestStation&, MemoryDocument& d) {
          d.erase({3, 4});
          d.insert(3, u"\t", true, false);
          d.setItalic({4, 7}, true);
        },
        u"one\t<i>two</i>\n"},
-      {"docx_table_cell.xml", false,
-       docxPackage("<w:p><w:r><w:t>before</w:t></w:r></w:p><w:tbl><w:tr><w:tc><w:p><w:r><w:t>cell</w:t></w:r></w:p>"
-                   "</w:tc></w:tr></w:tbl><w:p><w:r><w:t>after</w:t></w:r></w:p>"),
+      {"docx_table_cell.xml", false, package(false, "in_docx_table.xml", false),
        [](TestStation&, MemoryDocument& d) { d.erase(d.paragraph(2)); }, u"before\n\nafter\n"},
       {"docx_new_styles.xml", false, "",
        [](TestStation&, MemoryDocument& d) {
@@ -131,17 +89,13 @@ TEST(OfficeFiles, EditsRewriteOnlyTheParagraphsTheyTouch) {
          d.setItalic({2, 5}, true);
        },
        u"  <i>two</i> leading\ndouble  inside and trailing  \n\tafter tab\n \n"},
-      {"odt_tag_in_front.xml", true,
-       odtPackage("<text:p text:style-name=\"Voice\">First <text:span text:style-name=\"T1\">bold</text:span>"
-                  "</text:p><text:p text:style-name=\"Voice\"><text:span text:style-name=\"T1\">Second"
-                  "</text:span></text:p>",
-                  kOdtAutomatic, kOdtCommon),
+      {"odt_tag_in_front.xml", true, package(true, "in_odt_tag.xml"),
        [&](TestStation& t, MemoryDocument& d) {
          tagBefore(2)(t, d);
          d.insert(d.paragraph(3).end - 1, u" end", true, true);
        },
        u"<i>First bold</i>\nSUB[0 N 00:00:01:00>00:00:02:00]\n<i>Second end</i>\n"},
-      {"odt_dropped_space.xml", true, odtPackage("<text:p>  word</text:p>"),
+      {"odt_dropped_space.xml", true, package(true, "<text:p>  word</text:p>", false),
        [](TestStation&, MemoryDocument& d) { d.insert(0, u"X", true, false); }, u"Xword\n"},
   };
   for (const Case& c : cases) {
@@ -150,10 +104,10 @@ TEST(OfficeFiles, EditsRewriteOnlyTheParagraphsTheyTouch) {
     MemoryDocument& d =
         t.docs.addDocument(c.package.empty() ? std::make_unique<MemoryDocument>() : loadPackage(c.package, c.odt));
     c.edit(t, d);
-    const std::string saved = buildPackage(d, c.odt);
-    const std::string name = c.golden;
-    const std::string part = c.odt ? "content.xml" : name.find("styles") != std::string::npos ? "word/styles.xml"
-                                                                                               : "word/document.xml";
+    const std::string saved = buildPackage(d, c.odt), name = c.golden;
+    const std::string part = c.odt                                        ? "content.xml"
+                             : name.find("styles") != std::string::npos ? "word/styles.xml"
+                                                                          : "word/document.xml";
     EXPECT_TRUE(matchesGolden(c.golden, partOf(saved, part)));
     EXPECT_EQ(marked(*loadPackage(saved, c.odt)), c.readBack);
   }
@@ -162,50 +116,32 @@ TEST(OfficeFiles, EditsRewriteOnlyTheParagraphsTheyTouch) {
 TEST(OfficeFiles, PropertiesAreReadAndSurviveASaveWithTheOnesAdded) {
   setenv("TZ", "UTC", 1);
   tzset();
-  const std::string docxProperties =
-      "<cp:coreProperties xmlns:cp=\"http://schemas.openxmlformats.org/package/2006/metadata/core-properties\" "
-      "xmlns:dc=\"http://purl.org/dc/elements/1.1/\" xmlns:dcterms=\"http://purl.org/dc/terms/\" "
-      "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\"><dc:title>Pilot</dc:title><dc:creator>Ana</dc:creator>"
-      "<dc:description>Notes</dc:description><cp:revision>7</cp:revision>"
-      "<dcterms:created xsi:type=\"dcterms:W3CDTF\">2023-04-05T06:07:08Z</dcterms:created>"
-      "<dcterms:modified xsi:type=\"dcterms:W3CDTF\">2023-05-06T07:08:09Z</dcterms:modified></cp:coreProperties>";
-  const std::string docxCustom =
-      "<Properties xmlns=\"http://schemas.openxmlformats.org/officeDocument/2006/custom-properties\" "
-      "xmlns:vt=\"http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes\">"
-      "<property fmtid=\"{D5CDD505-2E9C-101B-9397-08002B2CF9AE}\" pid=\"2\" name=\"Reels\"><vt:i4>6</vt:i4>"
-      "</property></Properties>";
-  struct Case {
+  const struct {
     bool odt;
     std::string package;
     std::vector<std::pair<std::string, std::string>> written;  // part, text it holds
   } cases[] = {
       {false,
        docxPackage("<w:p><w:r><w:t>x</w:t></w:r></w:p>", "",
-                   {{"docProps/core.xml", docxProperties},
+                   {{"docProps/core.xml", goldenFile("in_docx_core.xml")},
                     {"docProps/app.xml", "<Properties xmlns=\"http://schemas.openxmlformats.org/officeDocument/2006/"
                                          "extended-properties\"><Company>ACME</Company></Properties>"},
-                    {"docProps/custom.xml", docxCustom}}),
+                    {"docProps/custom.xml", goldenFile("in_docx_custom.xml")}}),
        {{"docProps/custom.xml", "name=\"Reels\"><vt:i4>6</vt:i4>"},
         {"docProps/custom.xml", "pid=\"3\" name=\"TN\"><vt:lpwstr>Translator &lt;&amp;&gt; Name</vt:lpwstr>"},
         {"[Content_Types].xml", "/docProps/custom.xml"},
         {"_rels/.rels", "Target=\"docProps/custom.xml\""}}},
-      {true,
-       odtPackage("<text:p>x</text:p>", "", "",
-                  "<dc:title>Pilot</dc:title><meta:initial-creator>Ana</meta:initial-creator><dc:creator>Bea"
-                  "</dc:creator><dc:description>Notes</dc:description><meta:editing-cycles>7</meta:editing-cycles>"
-                  "<meta:creation-date>2023-04-05T06:07:08.123</meta:creation-date><dc:date>2023-05-06T07:08:09Z"
-                  "</dc:date><meta:user-defined meta:name=\"Company\">ACME</meta:user-defined><meta:user-defined "
-                  "meta:name=\"Reels\" meta:value-type=\"float\">6</meta:user-defined>"),
+      {true, odtPackage("<text:p>x</text:p>", "", "", goldenFile("in_odt_meta.xml")),
        {{"meta.xml", "<meta:user-defined meta:name=\"Company\">ACME</meta:user-defined><meta:user-defined "
                      "meta:name=\"Reels\" meta:value-type=\"float\">6</meta:user-defined><meta:user-defined "
                      "meta:name=\"TN\" meta:value-type=\"string\">Translator &lt;&amp;&gt; Name</meta:user-defined>"},
         {"meta.xml", "<meta:creation-date>2023-04-05T06:07:08</meta:creation-date>"}}},
   };
   const std::pair<int, std::u16string> builtins[] = {
-      {wdPropertyTitle, u"Pilot"},   {wdPropertyAuthor, u"Ana"},
+      {wdPropertyTitle, u"Pilot"},    {wdPropertyAuthor, u"Ana"},
       {wdPropertyComments, u"Notes"}, {wdPropertyRevision, u"7"},
-      {wdPropertyTimeCreated, u"2023-04-05 06:07:08"}, {wdPropertyCompany, u"ACME"}};
-  for (const Case& c : cases) {
+      {wdPropertyCompany, u"ACME"},   {wdPropertyTimeCreated, u"2023-04-05 06:07:08"}};
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.odt ? "odt" : "docx");
     MemoryDocumentService svc;
     svc.addDocument(loadPackage(c.package, c.odt));
