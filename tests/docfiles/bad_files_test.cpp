@@ -69,12 +69,9 @@ TEST(BadFiles, EachProblemGetsOneMessageNamingTheFile) {
   }
 }
 
-TEST(BadFiles, AZipBombIsRefusedBeforeItIsInflated) {
-  const std::string dir = tempDir("docfiles-bomb");
-  const std::string error = loadError(dir, "bomb.docx", docxPackage("", "", {{"word/fonts.bin", std::string(32u << 20, '\0')}}));
-  EXPECT_NE(error.find("zip bomb"), std::string::npos) << error;
-
-  // Many entries, each modest, still add up to too much.
+// One inflating entry is refused as a zip bomb (tests/reliability); many
+// entries, each modest, still add up to too much.
+TEST(BadFiles, ManyModestEntriesStillAddUpToTooMuch) {
   docfiles::ZipPackage pkg;
   std::string problem;
   docfiles::ZipLimits small;
