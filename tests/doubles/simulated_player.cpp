@@ -27,49 +27,42 @@ bool SimulatedPlayer::renderFile(const std::string& path) {
   return true;
 }
 
-void SimulatedPlayer::run() {
-  if (!open_ || fails("run")) return;
+// An open player whose call does not fail, its position brought up to now.
+bool SimulatedPlayer::ready(const char* call) {
+  if (!open_ || fails(call)) return false;
   settle();
-  if (position_ < duration_) running_ = true;
+  return true;
+}
+
+void SimulatedPlayer::run() {
+  if (ready("run") && position_ < duration_) running_ = true;
 }
 
 void SimulatedPlayer::pause() {
-  if (!open_ || fails("pause")) return;
-  settle();
-  running_ = false;
+  if (ready("pause")) running_ = false;
 }
 
 void SimulatedPlayer::stop() {
-  if (!open_ || fails("stop")) return;
-  settle();
-  running_ = false;
+  if (ready("stop")) running_ = false;
 }
 
 void SimulatedPlayer::release() {
-  open_ = false;
-  running_ = false;
+  open_ = running_ = false;
   path_.clear();
 }
 
 double SimulatedPlayer::duration() { return open_ && !fails("duration") ? duration_ : 0; }
 
-double SimulatedPlayer::currentPosition() {
-  if (!open_ || fails("currentPosition")) return 0;
-  settle();
-  return position_;
-}
+double SimulatedPlayer::currentPosition() { return ready("currentPosition") ? position_ : 0; }
 
 void SimulatedPlayer::setCurrentPosition(double seconds) {
-  if (!open_ || fails("setCurrentPosition")) return;
-  settle();
+  if (!ready("setCurrentPosition")) return;
   position_ = std::clamp(seconds, 0.0, duration_);
   ++seeks;
 }
 
 void SimulatedPlayer::setRate(double rate) {
-  if (!open_ || fails("setRate")) return;
-  settle();
-  rate_ = rate;
+  if (ready("setRate")) rate_ = rate;
 }
 
 void SimulatedPlayer::setVolume(long volume) {

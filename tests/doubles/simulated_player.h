@@ -56,6 +56,7 @@ class SimulatedPlayer : public MediaPlayer {
   bool dead() const { return now() >= diesAt; }
   bool fails(const char* call) const { return dead() || failing.count(call) > 0; }
   double now() const;
+  bool ready(const char* call);
   void settle();  // folds elapsed play time into the stored position
 
   std::function<double()> clock_;

@@ -89,71 +89,6 @@ class ScriptedLines : public ModemLineSource {
   bool interrupted_ = false, gone_ = false;
 };
 
-// A watcher on scripted lines, and the events it delivers from its thread.
-struct Watched {
-  explicit Watched(bool canWait = true, bool canCount = true) {
-    auto l = std::make_unique<ScriptedLines>();
-    l->canWait = canWait;
-    l->canCount = canCount;
-    lines = l.get();
-    watcher = std::make_unique<ModemWatcher>(std::move(l), [this](CommEvent ev) {
-      {
-        std::lock_guard lock(mutex);
-        events.push_back(ev);
-      }
-      cv.notify_all();
-    });
-  }
-  Events waitFor(size_t n) {
-    std::unique_lock lock(mutex);
-    cv.wait_for(lock, std::chrono::seconds(5), [&] { return events.size() >= n; });
-    return events;
-  }
-  ScriptedLines* lines;
-  std::mutex mutex;
-  std::condition_variable cv;
-  Events events;
-  std::unique_ptr<ModemWatcher> watcher;
-};
-
-TEST(ModemWatcher, EachLineChangeIsOneEventAndATapBetweenTwoLooksGivesBothEdges) {
-  Watched w;
-  w.lines->waitUntilWaiting();
-  w.lines->toggle(CTS);
-  EXPECT_EQ(w.waitFor(1), Events({CTS}));
-  w.lines->waitUntilWaiting();
-  w.lines->toggle(DSR, 2);  // pressed and released before the thread looked
-  w.lines->waitUntilWaiting();
-  w.lines->toggle(CD);
-  EXPECT_EQ(w.waitFor(4), Events({CTS, DSR, DSR, CD}));
-  EXPECT_FALSE(w.watcher->polling());
-  // Stop ends a blocked wait and returns only once the thread has ended.
-  w.lines->waitUntilWaiting();
-  w.watcher->stop();
-  w.lines->toggle(CTS);
-  std::lock_guard lock(w.mutex);
-  EXPECT_EQ(w.events.size(), 4u);
-}
-
-TEST(ModemWatcher, DriversThatCannotWaitOrCountArePolled) {
-  {
-    Watched counted(false, true);
-    counted.lines->toggle(CD, 2);
-    counted.lines->toggle(CTS);
-    Events events = counted.waitFor(3);
-    std::sort(events.begin(), events.end());  // one look or two
-    EXPECT_EQ(events, Events({CTS, CD, CD}));
-    EXPECT_TRUE(counted.watcher->polling());
-  }
-  Watched levels(true, false);
-  EXPECT_TRUE(levels.watcher->polling());
-  levels.lines->toggle(DSR);
-  EXPECT_EQ(levels.waitFor(1), Events({DSR}));
-  std::this_thread::sleep_for(std::chrono::milliseconds(5 * ModemWatcher::kPollMilliseconds));
-  std::lock_guard lock(levels.mutex);
-  EXPECT_EQ(levels.events, Events({DSR}));  // a level that stays is not a change
-}
-
 // A pseudo-terminal stands in for the device: it opens like one, though its
 // lines are moved by the scripted source.
 struct Pty {
@@ -200,10 +135,11 @@ TEST(PosixSerialPort, ComPortsMapToSerialDevicesAndOnlyATerminalOpens) {
 
 // A port on a pseudo-terminal whose lines the test moves.
 struct ScriptedPort {
-  explicit ScriptedPort(bool canCount = true)
-      : port([this, canCount](int) {
+  explicit ScriptedPort(bool canCount = true, bool canWait = true)
+      : port([this, canCount, canWait](int) {
           auto l = std::make_unique<ScriptedLines>();
-          l->canCount = canCount;  // watched by counts, or polled for levels
+          l->canCount = canCount;
+          l->canWait = canWait;
           lines = l.get();
           return l;
         }) {
@@ -215,30 +151,53 @@ struct ScriptedPort {
   PosixSerialPort port;
 };
 
-TEST(PosixSerialPort, OpenPortQueuesPedalEventsForTheWindowThread) {
-  ScriptedPort p;
-  std::atomic<int> wakeUps{0};
-  p.port.setEventNotifier([&] { ++wakeUps; });
-  ASSERT_TRUE(p.port.open(2));
-  // An open port is not opened again, whichever is asked for.
-  EXPECT_FALSE(p.port.open(2));
-  EXPECT_FALSE(p.port.open(1));
+// Events leave the watcher's thread for the window thread through the
+// port's queue. A driver that can wait is waited on; one that cannot is
+// polled for its transition counts, or without counts for its levels.
+TEST(PosixSerialPort, EachLineChangeIsOneEventForTheWindowThreadHoweverTheDriverIsWatched) {
+  const struct {
+    const char* what;
+    bool canWait, canCount;
+    Events expected;  // after CTS, DSR twice between two looks, CD
+  } cases[] = {
+      {"waited on", true, true, {CTS, DSR, DSR, CD}},
+      {"polled for counts", false, true, {CTS, DSR, DSR, CD}},
+      {"polled for levels", true, false, {CTS, CD}},  // a tap between two looks is not seen
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    ScriptedPort p(c.canCount, c.canWait);
+    std::atomic<int> wakeUps{0};
+    p.port.setEventNotifier([&] { ++wakeUps; });
+    ASSERT_TRUE(p.port.open(2));
+    // An open port is not opened again, whichever is asked for.
+    EXPECT_FALSE(p.port.open(2));
+    EXPECT_FALSE(p.port.open(1));
+    Events taken;
+    CommEvent ev;
+    const auto take = [&](size_t n) {  // until n events, or 5 s
+      for (auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+           taken.size() < n && std::chrono::steady_clock::now() < end;)
+        if (p.port.takeEvent(ev)) taken.push_back(ev);
+        else std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    };
+    if (c.canWait && c.canCount) p.lines->waitUntilWaiting();
+    p.lines->toggle(CTS);
+    take(1);
+    p.lines->toggle(DSR, 2);
+    p.lines->toggle(CD);
+    take(c.expected.size());
+    std::this_thread::sleep_for(std::chrono::milliseconds(5 * ModemWatcher::kPollMilliseconds));
+    while (p.port.takeEvent(ev)) taken.push_back(ev);  // nothing more comes
+    EXPECT_EQ(taken, c.expected);
+    EXPECT_GE(wakeUps.load(), 2);
 
-  p.lines->waitUntilWaiting();
-  p.lines->toggle(DSR);
-  p.lines->waitUntilWaiting();
-  p.lines->toggle(CTS);
-  p.lines->waitUntilWaiting();
-  Events taken;
-  CommEvent ev;
-  while (p.port.takeEvent(ev)) taken.push_back(ev);
-  EXPECT_EQ(taken, Events({DSR, CTS}));
-  EXPECT_EQ(wakeUps.load(), 2);
-
-  p.port.close();
-  EXPECT_FALSE(p.port.isOpen());
-  EXPECT_FALSE(p.port.takeEvent(ev));
-  EXPECT_TRUE(p.port.open(2));  // closed, it opens again
+    // Closed, the port hears nothing more and opens again.
+    p.port.close();
+    EXPECT_FALSE(p.port.isOpen());
+    EXPECT_FALSE(p.port.takeEvent(ev));
+    EXPECT_TRUE(p.port.open(2));
+  }
 }
 
 TEST(PosixSerialPort, AnAdapterPulledOutCountsAsClosedAndOpensAgainWhenBack) {
