@@ -51,30 +51,22 @@ bool HeadlessOffice::start() {
   launch.headless = true;
   launch.restore = false;
   launch.endsWithThisProcess = true;
+  // A fresh profile is set up first (its first start restarts the office,
+  // which a listener should not see), and is slow, the more so on a loaded
+  // machine.
   if (!initialised_) {
-    OfficeLaunch first = launch;
-    first.initialiseOnly = true;
+    launch.initialiseOnly = true;
     OfficeProcess init;
-    if (!init.start(first, failure_)) {
-      failed_ = true;
-      return false;
-    }
-    if (!init.waitForEnd(300)) {
-      init.stop(1);
-      failure_ = "soffice did not set its profile up within 300 seconds";
-      failed_ = true;
-      return false;
-    }
-    initialised_ = true;
+    initialised_ = init.start(launch, failure_) && init.waitForEnd(300);
+    launch.initialiseOnly = false;
+    if (!initialised_) init.stop(1);
   }
-  // A fresh profile's first start is slow, the more so on a loaded machine.
   auto probe = service();
-  if (!process_.start(launch, failure_) || !waitForOffice(*probe, 300, {}, failure_)) {
-    process_.stop(1);
-    failed_ = true;
-    return false;
-  }
-  return true;
+  if (initialised_ && process_.start(launch, failure_) && waitForOffice(*probe, 300, {}, failure_)) return true;
+  if (failure_.empty()) failure_ = "soffice did not set its profile up within 300 seconds";
+  process_.stop(1);
+  failed_ = true;
+  return false;
 }
 
 void HeadlessOffice::stop() {
