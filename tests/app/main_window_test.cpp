@@ -1,9 +1,7 @@
 #include <QAbstractButton>
 #include <QFileDialog>
-#include <QInputDialog>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSlider>
 #include <QTest>
@@ -39,40 +37,6 @@ void answerNextBox(QObject& guard, std::function<void(Box*)> act) {
     act(box);
     return false;
   });
-}
-
-TEST(QtUi, BoxesCarryTitleIconDefaultAndTellCancelApart) {
-  application();
-  QtUi ui;
-  QObject guard;
-  QString title, text, offered;
-  QMessageBox::Icon icon{};
-  answerNextBox<QMessageBox>(guard, [&](QMessageBox* b) {
-    title = b->windowTitle();
-    text = b->text();
-    icon = b->icon();
-    b->defaultButton()->click();
-  });
-  EXPECT_EQ(msgBox(ui, u"Delete the timing?", Buttons::YesNo, Icon::Exclamation, 2), Answer::No);
-  EXPECT_EQ(title, "QUILLON");
-  EXPECT_EQ(text, "Delete the timing?");
-  EXPECT_EQ(icon, QMessageBox::Warning);
-  answerNextBox<QMessageBox>(guard, [&](QMessageBox* b) {
-    icon = b->icon();
-    b->reject();
-  });
-  EXPECT_EQ(msgBox(ui, u"Stop?", Buttons::OKCancel, Icon::Critical), Answer::Cancel);
-  EXPECT_EQ(icon, QMessageBox::Critical);
-
-  answerNextBox<QInputDialog>(guard, [&](QInputDialog* d) {
-    offered = d->textValue();
-    d->setTextValue("0.50");
-    d->accept();
-  });
-  EXPECT_EQ(ui.inputBox(u"Enter delay time (Max. 1 sec.)", u"", u"0.3"), u16(u"0.50"));
-  EXPECT_EQ(offered, "0.3");
-  answerNextBox<QInputDialog>(guard, [](QInputDialog* d) { d->reject(); });
-  EXPECT_FALSE(ui.inputBox(u"Enter delay time (Max. 1 sec.)", u"", u"0.3").has_value());
 }
 
 TEST(QtUi, PumpWaitsForEventsInsteadOfSpinning) {

@@ -45,35 +45,12 @@ bool HeadlessOffice::start() {
   if (process_.running()) return true;
   if (failed_) return false;
   failure_.clear();
-  OfficeLaunch launch;
-  launch.connection = connection_;
-  launch.profileDir = profile_;
-  launch.headless = true;
-  launch.restore = false;
-  launch.endsWithThisProcess = true;
-  // A fresh profile is set up first (its first start restarts the office,
-  // which a listener should not see), and is slow, the more so on a loaded
-  // machine.
-  if (!initialised_) {
-    launch.initialiseOnly = true;
-    OfficeProcess init;
-    initialised_ = init.start(launch, failure_) && init.waitForEnd(300);
-    launch.initialiseOnly = false;
-    if (!initialised_) init.stop(1);
-  }
-  auto probe = service();
-  if (initialised_ && process_.start(launch, failure_) && waitForOffice(*probe, 300, {}, failure_)) return true;
-  if (failure_.empty()) failure_ = "soffice did not set its profile up within 300 seconds";
-  process_.stop(1);
-  failed_ = true;
-  return false;
+  // A first start is slow, the more so on a loaded machine.
+  failed_ = !startHeadlessOffice(process_, connection_, profile_, 300, failure_);
+  return !failed_;
 }
 
-void HeadlessOffice::stop() {
-  if (!process_.running()) return;
-  service()->terminateOffice();
-  process_.stop(20);
-}
+void HeadlessOffice::stop() { stopHeadlessOffice(process_, connection_); }
 
 void HeadlessOffice::crash() { process_.stop(0); }
 

@@ -18,32 +18,7 @@ WriterText reading(const std::u16string& plain) {
   return t;
 }
 
-TEST(WriterText, ReadingsBecomeParagraphsLineBreaksAndOneUnitPerOddStep) {
-  struct Case {
-    const char* what;
-    std::vector<std::u16string> plain, steps;  // a plain reading, then single steps
-    std::vector<long> lineBreaks;
-    std::u16string expected;
-  };
-  const Case cases[] = {
-      {"paragraphs", {u"One\nTwo\n\nThree"}, {}, {}, u"One\rTwo\r\rThree\r"},
-      {"a line break", {u"Row one\nrow two\nNext"}, {}, {7}, u"Row one\vrow two\rNext\r"},
-      {"tabs stay", {u"JOHN\tHello"}, {}, {}, u"JOHN\tHello\r"},
-      {"a field's result", {u"Page "}, {u"12 of 30"}, {}, u"Page \uFFFC\r"},
-      {"an anchor that reads empty", {u"Com"}, {u""}, {}, u"Com\uFFFC\r"},
-      {"a table behind a paragraph", {u"Before"}, {u"\nJOHN\nHello\n"}, {}, u"Before\r\r"},
-      {"a pair read alone", {u"a"}, {kPair}, {}, u"a" + kPair + u"\r"},
-      {"a stray CR", {u"a\rb"}, {}, {}, u"a\uFFFCb\r"},
-  };
-  for (const Case& c : cases) {
-    WriterText t;
-    for (const auto& p : c.plain) t.appendPlain(p);
-    for (const auto& s : c.steps) t.appendStep(s);
-    t.finish();
-    for (long at : c.lineBreaks) EXPECT_TRUE(t.markLineBreak(at)) << c.what;
-    EXPECT_EQ(t.text(), c.expected) << c.what;
-  }
-  // Only a paragraph break can become a line break, and never the final mark.
+TEST(WriterText, OnlyAParagraphBreakBecomesALineBreakAndNeverTheFinalMark) {
   WriterText t = reading(u"ab\ncd");
   EXPECT_FALSE(t.markLineBreak(0));
   EXPECT_FALSE(t.markLineBreak(5));
