@@ -39,17 +39,6 @@ void answerNextBox(QObject& guard, std::function<void(Box*)> act) {
   });
 }
 
-TEST(QtUi, PumpWaitsForEventsInsteadOfSpinning) {
-  application();
-  QtUi ui;
-  QTimer t;
-  t.start(50);
-  int pumps = 0;
-  for (const double start = ui.timeOfDay(); ui.timeOfDay() - start < 0.5; ++pumps) ui.pumpEvents();
-  // A pump that spun would turn thousands of times; waiting, about once a tick.
-  EXPECT_LT(pumps, 40);
-}
-
 TEST(MainWindow, MenusFollowTheTableAndTheViewStateWithItemsGainedAtRunTime) {
   RunningStation r;
   r.desk->refresh();
