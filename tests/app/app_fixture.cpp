@@ -55,16 +55,4 @@ bool RunningStation::waitUntil(const std::function<bool()>& done, double seconds
   return true;
 }
 
-void every(QObject& owner, int ms, std::function<bool()> step) {
-  auto* timer = new QTimer(&owner);
-  timer->setInterval(ms);
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, step = std::move(step)] {
-    if (!step()) {
-      timer->stop();
-      timer->deleteLater();
-    }
-  });
-  timer->start();
-}
-
 }  // namespace quillon::testing

@@ -31,8 +31,4 @@ struct RunningStation {
   bool waitUntil(const std::function<bool()>& done, double seconds);
 };
 
-// Calls `step` every `ms` milliseconds from inside whatever loop pumps,
-// until it returns false or `owner` goes.
-void every(QObject& owner, int ms, std::function<bool()> step);
-
 }  // namespace quillon::testing

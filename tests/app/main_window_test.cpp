@@ -28,17 +28,6 @@ TEST(QtUi, KeysAndFiltersBecomeTheStationsOwn) {
   EXPECT_EQ(qtFileFilter(u"EBU (*.stl)|*.stl"), "EBU (*.stl) (*.stl)");
 }
 
-// Answers the next modal box from inside its own event loop.
-template <class Box>
-void answerNextBox(QObject& guard, std::function<void(Box*)> act) {
-  every(guard, 10, [act] {
-    auto* box = qobject_cast<Box*>(QApplication::activeModalWidget());
-    if (!box) return true;
-    act(box);
-    return false;
-  });
-}
-
 TEST(MainWindow, MenusFollowTheTableAndTheViewStateWithItemsGainedAtRunTime) {
   RunningStation r;
   r.desk->refresh();
@@ -140,13 +129,17 @@ TEST(MainWindow, StartsOnTheCommandLineVideoWithTheKeysAtWorkAndClosingKeepsTheS
 
 TEST(MainWindow, CancellingTheOpeningDialogEndsTheStation) {
   RunningStation r;
-  QObject guard;
   QString title, filter;
-  answerNextBox<QFileDialog>(guard, [&](QFileDialog* d) {
+  QTimer poll;  // answers the dialog from inside its own loop
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (!d) return;
+    poll.stop();
     title = d->windowTitle();
     filter = d->nameFilters().join(";;");
     d->reject();
   });
+  poll.start(10);
   EXPECT_FALSE(r.desk->start(u""));
   EXPECT_TRUE(r.desk->ended());
   EXPECT_EQ(title, "Open video file");
