@@ -26,10 +26,7 @@ std::string docxPackage(const std::string& body, const std::string& styles, std:
       {"[Content_Types].xml", "<Types/>"},
       {"word/document.xml", xml + "<w:document " + kW + "><w:body>" + body + "<w:sectPr/></w:body></w:document>"}};
   if (!styles.empty()) {
-    parts["word/_rels/document.xml.rels"] =
-        xml + "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"><Relationship "
-              "Id=\"rId1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/styles\" "
-              "Target=\"styles.xml\"/></Relationships>";
+    parts["word/_rels/document.xml.rels"] = xml + goldenFile("in_docx_rels.xml");
     parts["word/styles.xml"] = xml + "<w:styles " + kW + ">" + styles + "</w:styles>";
   }
   for (auto& [k, v] : extra) parts[k] = v;
@@ -38,16 +35,8 @@ std::string docxPackage(const std::string& body, const std::string& styles, std:
 
 std::string odtPackage(const std::string& text, const std::string& automaticStyles, const std::string& commonStyles,
                        const std::string& meta) {
-  const std::string head =
-      "<?xml version=\"1.0\" encoding=\"UTF-8\"?><office:document-";
-  const std::string ns =
-      " xmlns:office=\"urn:oasis:names:tc:opendocument:xmlns:office:1.0\" "
-      "xmlns:style=\"urn:oasis:names:tc:opendocument:xmlns:style:1.0\" "
-      "xmlns:text=\"urn:oasis:names:tc:opendocument:xmlns:text:1.0\" "
-      "xmlns:table=\"urn:oasis:names:tc:opendocument:xmlns:table:1.0\" "
-      "xmlns:meta=\"urn:oasis:names:tc:opendocument:xmlns:meta:1.0\" "
-      "xmlns:dc=\"http://purl.org/dc/elements/1.1/\" "
-      "xmlns:fo=\"urn:oasis:names:tc:opendocument:xmlns:xsl-fo-compatible:1.0\" office:version=\"1.2\">";
+  const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><office:document-";
+  const std::string ns = goldenFile("in_odt_namespaces.txt");
   std::map<std::string, std::string> parts = {
       {"mimetype", "application/vnd.oasis.opendocument.text"},
       {"content.xml", head + "content" + ns + "<office:automatic-styles>" + automaticStyles +
