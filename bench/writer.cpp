@@ -40,8 +40,7 @@ class Office {
     return office;
   }
   ~Office() {
-    WriterDocumentService(options()).terminateOffice();
-    process_.stop(20);
+    stopHeadlessOffice(process_, connection_);
     std::filesystem::remove_all(dir_);
   }
   bool ready() const { return ready_; }
@@ -68,18 +67,7 @@ class Office {
     dir_ = "/tmp/quillon-bench-writer-" + std::to_string(getpid());
     std::filesystem::create_directories(dir_);
     connection_ = "pipe,name=quillon-bench-" + std::to_string(getpid());
-    OfficeLaunch launch;
-    launch.connection = connection_;
-    launch.profileDir = dir_ + "/profile";
-    launch.headless = true;
-    launch.restore = false;
-    launch.endsWithThisProcess = true;
-    launch.initialiseOnly = true;
-    OfficeProcess init;
-    if (!init.start(launch, failure_) || !init.waitForEnd(300)) return;
-    launch.initialiseOnly = false;
-    WriterDocumentService probe(options());
-    ready_ = process_.start(launch, failure_) && waitForOffice(probe, 300, {}, failure_);
+    ready_ = startHeadlessOffice(process_, connection_, dir_ + "/profile", 300, failure_);
   }
   std::string dir_, connection_, failure_;
   OfficeProcess process_;

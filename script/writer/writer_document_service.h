@@ -17,6 +17,7 @@
 #include <string>
 
 #include "script/document_service.h"
+#include "script/writer/office_process.h"
 
 namespace quillon {
 
@@ -111,6 +112,14 @@ class WriterDocumentService : public DocumentService {
 // pass, calling `whileWaiting` between tries; false with the reason.
 bool waitForOffice(WriterDocumentService& service, double timeoutSeconds, const std::function<void()>& whileWaiting,
                    std::string& error);
+
+// A windowless office of its own for programs that drive Writer unattended
+// (tests, benchmarks): its profile in `profileDir`, set up first, listening
+// at `connection`, and ended with this process. True once it answers.
+bool startHeadlessOffice(OfficeProcess& process, const std::string& connection, const std::string& profileDir,
+                         double timeoutSeconds, std::string& error);
+// Asks that office to end, then makes sure its process has.
+void stopHeadlessOffice(OfficeProcess& process, const std::string& connection);
 
 // For programs built with the leak checker: what the UNO runtime keeps for
 // the life of the process, once loaded.

@@ -1,12 +1,14 @@
 #include "script/writer/writer_office.h"
 
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 #include <com/sun/star/configuration/theDefaultProvider.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 
+#include "script/writer/office_process.h"
 #include "script/writer/writer_document_service.h"
 
 namespace quillon {
@@ -82,6 +84,44 @@ bool waitForOffice(WriterDocumentService& service, double timeoutSeconds, const 
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
   }
+}
+
+bool startHeadlessOffice(OfficeProcess& process, const std::string& connection, const std::string& profileDir,
+                         double timeoutSeconds, std::string& error) {
+  OfficeLaunch launch;
+  launch.connection = connection;
+  launch.profileDir = profileDir;
+  launch.headless = true;
+  launch.restore = false;
+  launch.endsWithThisProcess = true;
+  // A fresh profile's first start restarts the office, which a listener
+  // should not see: the profile is set up alone first.
+  if (!std::filesystem::exists(profileDir + "/user")) {
+    launch.initialiseOnly = true;
+    OfficeProcess init;
+    if (!init.start(launch, error)) return false;
+    if (!init.waitForEnd(timeoutSeconds)) {
+      init.stop(1);
+      error = "LibreOffice did not set its profile up within " + std::to_string(static_cast<int>(timeoutSeconds)) +
+              " seconds";
+      return false;
+    }
+    launch.initialiseOnly = false;
+  }
+  WriterOptions o;
+  o.connection = connection;
+  WriterDocumentService probe(o);
+  if (process.start(launch, error) && waitForOffice(probe, timeoutSeconds, {}, error)) return true;
+  process.stop(1);
+  return false;
+}
+
+void stopHeadlessOffice(OfficeProcess& process, const std::string& connection) {
+  if (!process.running()) return;
+  WriterOptions o;
+  o.connection = connection;
+  WriterDocumentService(o).terminateOffice();
+  process.stop(20);
 }
 
 }  // namespace quillon

@@ -4,7 +4,6 @@
 
 #include <QElapsedTimer>
 
-#include "script/document_files.h"
 #include "support/station_fixture.h"
 
 // The desktop libraries (fontconfig, Mesa, mpv) keep caches for the life of
@@ -13,11 +12,9 @@ extern "C" const char* __asan_default_options() { return "detect_leaks=0"; }
 
 namespace quillon::testing {
 
-bool pictureTests() { return std::getenv("QUILLON_PICTURE") != nullptr; }
-
 QApplication& application() {
   static QApplication* app = [] {
-    if (!pictureTests()) qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     static int argc = 1;
     static char name[] = "test_app";
     static char* argv[] = {name, nullptr};
@@ -26,30 +23,20 @@ QApplication& application() {
   return *app;
 }
 
-std::string sampleVideo() {
-#ifdef QUILLON_SAMPLE_MEDIA_DIR
-  const std::string path = std::string(QUILLON_SAMPLE_MEDIA_DIR) + "/pattern.mp4";
-  if (!readFile(path).empty()) return path;
-#endif
-  return {};
-}
-
-RunningStation::RunningStation(std::u16string_view text) {
+RunningStation::RunningStation() {
   application();
   static int count = 0;
   configDir = tempDir("app-config-" + std::to_string(++count));
   setenv("QUILLON_CONFIG_DIR", configDir.c_str(), 1);
   DesktopOptions o;
-  o.picture = pictureTests();
+  o.picture = false;
   o.audioOutput = "null";
   o.pedal = false;
-  // A memory document the tests fill and read; the script window's own
-  // questions (save before leaving?) belong to its own tests.
+  // The script window's own questions (save before leaving?) belong to its own tests.
   o.scriptWindow = false;
   // One application serves every test: ending a station must not end it.
   o.quitApplication = false;
   desk = std::make_unique<DesktopStation>(o);
-  if (!text.empty()) desk->documents().addDocument(plainTextDocument(toUtf8(script(text))));
 }
 
 RunningStation::~RunningStation() {
@@ -57,8 +44,6 @@ RunningStation::~RunningStation() {
   desk.reset();
   QCoreApplication::processEvents();
 }
-
-std::u16string RunningStation::content() { return desk->documents().content(); }
 
 bool RunningStation::waitUntil(const std::function<bool()>& done, double seconds) {
   QElapsedTimer t;
@@ -68,18 +53,6 @@ bool RunningStation::waitUntil(const std::function<bool()>& done, double seconds
     QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
   }
   return true;
-}
-
-void every(QObject& owner, int ms, std::function<bool()> step) {
-  auto* timer = new QTimer(&owner);
-  timer->setInterval(ms);
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, step = std::move(step)] {
-    if (!step()) {
-      timer->stop();
-      timer->deleteLater();
-    }
-  });
-  timer->start();
 }
 
 }  // namespace quillon::testing

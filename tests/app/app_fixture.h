@@ -1,6 +1,6 @@
 // A real desktop station for the GUI tests: the Qt window on the offscreen
-// platform (or on the X display the picture tests are started under), the
-// mpv player, a memory document, and a settings folder of the test's own.
+// platform, the mpv player without a picture, a memory document, and a
+// settings folder of the test's own.
 #pragma once
 
 #include <functional>
@@ -11,21 +11,15 @@
 #include <QTimer>
 
 #include "app/desktop_station.h"
+#include "platform/sample_media.h"
 
 namespace quillon::testing {
 
-// The one application of the test program. Without QUILLON_PICTURE it runs
-// offscreen, where no picture is drawn.
+// The one application of the test program.
 QApplication& application();
-// True when the tests run on a display where mpv draws the picture.
-bool pictureTests();
-
-// The generated 10-second, 25 fps test pattern; empty when not generated.
-std::string sampleVideo();
 
 struct RunningStation {
-  // `script` is the document's text, '\n' standing for the paragraph mark.
-  explicit RunningStation(std::u16string_view script = {});
+  RunningStation();
   ~RunningStation();
 
   std::string configDir;
@@ -33,13 +27,8 @@ struct RunningStation {
 
   Station& st() { return desk->station(); }
   MainWindow& window() { return desk->window(); }
-  std::u16string content();
   // Runs the event loop until `done` holds or `seconds` pass; false on time-out.
   bool waitUntil(const std::function<bool()>& done, double seconds);
 };
-
-// Calls `step` every `ms` milliseconds from inside whatever loop pumps,
-// until it returns false or `owner` goes.
-void every(QObject& owner, int ms, std::function<bool()> step);
 
 }  // namespace quillon::testing

@@ -1,8 +1,10 @@
 #include "docfiles_support.h"
 
-#include <gtest/gtest.h>
+#include <cstdlib>
+#include <fstream>
 
 #include "script/document_files.h"
+#include "support/station_fixture.h"
 
 namespace quillon::testing {
 
@@ -16,30 +18,16 @@ std::string zipOf(const std::map<std::string, std::string>& parts) {
   return bytes;
 }
 
+// The least a reader needs: the content types' presence, the document part
+// under its usual name, and the styles through the document's relationships.
 std::string docxPackage(const std::string& body, const std::string& styles, std::map<std::string, std::string> extra) {
+  const std::string xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
   std::map<std::string, std::string> parts = {
-      {"[Content_Types].xml",
-       "<?xml version=\"1.0\" encoding=\"UTF-8\"?><Types "
-       "xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\"><Default Extension=\"rels\" "
-       "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/><Default Extension=\"xml\" "
-       "ContentType=\"application/xml\"/><Override PartName=\"/word/document.xml\" "
-       "ContentType=\"application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml\"/></Types>"},
-      {"_rels/.rels",
-       "<?xml version=\"1.0\" encoding=\"UTF-8\"?><Relationships "
-       "xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"><Relationship Id=\"rId1\" "
-       "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument\" "
-       "Target=\"word/document.xml\"/></Relationships>"},
-      {"word/document.xml",
-       std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?><w:document ") + kW + "><w:body>" + body +
-           "<w:sectPr/></w:body></w:document>"}};
+      {"[Content_Types].xml", "<Types/>"},
+      {"word/document.xml", xml + "<w:document " + kW + "><w:body>" + body + "<w:sectPr/></w:body></w:document>"}};
   if (!styles.empty()) {
-    parts["word/_rels/document.xml.rels"] =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?><Relationships "
-        "xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"><Relationship Id=\"rId1\" "
-        "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/styles\" "
-        "Target=\"styles.xml\"/></Relationships>";
-    parts["word/styles.xml"] =
-        std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?><w:styles ") + kW + ">" + styles + "</w:styles>";
+    parts["word/_rels/document.xml.rels"] = xml + goldenFile("in_docx_rels.xml");
+    parts["word/styles.xml"] = xml + "<w:styles " + kW + ">" + styles + "</w:styles>";
   }
   for (auto& [k, v] : extra) parts[k] = v;
   return zipOf(parts);
@@ -47,26 +35,30 @@ std::string docxPackage(const std::string& body, const std::string& styles, std:
 
 std::string odtPackage(const std::string& text, const std::string& automaticStyles, const std::string& commonStyles,
                        const std::string& meta) {
-  const std::string ns =
-      "xmlns:office=\"urn:oasis:names:tc:opendocument:xmlns:office:1.0\" "
-      "xmlns:style=\"urn:oasis:names:tc:opendocument:xmlns:style:1.0\" "
-      "xmlns:text=\"urn:oasis:names:tc:opendocument:xmlns:text:1.0\" "
-      "xmlns:table=\"urn:oasis:names:tc:opendocument:xmlns:table:1.0\" "
-      "xmlns:meta=\"urn:oasis:names:tc:opendocument:xmlns:meta:1.0\" "
-      "xmlns:dc=\"http://purl.org/dc/elements/1.1/\" "
-      "xmlns:fo=\"urn:oasis:names:tc:opendocument:xmlns:xsl-fo-compatible:1.0\" office:version=\"1.2\"";
+  const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><office:document-";
+  const std::string ns = goldenFile("in_odt_namespaces.txt");
   std::map<std::string, std::string> parts = {
       {"mimetype", "application/vnd.oasis.opendocument.text"},
-      {"content.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?><office:document-content " + ns +
-                          "><office:automatic-styles>" + automaticStyles +
+      {"content.xml", head + "content" + ns + "<office:automatic-styles>" + automaticStyles +
                           "</office:automatic-styles><office:body><office:text>" + text +
                           "</office:text></office:body></office:document-content>"},
-      {"styles.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?><office:document-styles " + ns + "><office:styles>" +
-                         commonStyles + "</office:styles></office:document-styles>"}};
+      {"styles.xml", head + "styles" + ns + "<office:styles>" + commonStyles + "</office:styles></office:document-styles>"}};
   if (!meta.empty())
-    parts["meta.xml"] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><office:document-meta " + ns + "><office:meta>" +
-                        meta + "</office:meta></office:document-meta>";
+    parts["meta.xml"] = head + "meta" + ns + "<office:meta>" + meta + "</office:meta></office:document-meta>";
   return zipOf(parts);
+}
+
+std::unique_ptr<MemoryDocument> loadPackage(const std::string& bytes, bool odt) {
+  std::string problem;
+  auto doc = odt ? docfiles::loadOdt(bytes, problem) : docfiles::loadDocx(bytes, problem);
+  EXPECT_TRUE(doc) << problem;
+  return doc ? std::move(doc) : std::make_unique<MemoryDocument>();
+}
+
+std::string buildPackage(const MemoryDocument& doc, bool odt) {
+  std::string bytes, problem;
+  EXPECT_TRUE(odt ? docfiles::buildOdt(doc, bytes, problem) : docfiles::buildDocx(doc, bytes, problem)) << problem;
+  return bytes;
 }
 
 std::string partOf(const std::string& packageBytes, const std::string& name) {
@@ -83,14 +75,12 @@ std::u16string marked(const MemoryDocument& doc) {
   const auto flags = doc.italicFlags();
   const std::u16string text = doc.text();
   for (size_t i = 0; i < text.size(); ++i) {
-    char16_t c = text[i];
-    bool it = c != CR && flags[i];
+    const bool it = text[i] != CR && flags[i];
     if (it != in) out += it ? u"<i>" : u"</i>";
     in = it;
-    out += c == CR ? u'\n' : c;
+    out += text[i] == CR ? u'\n' : text[i];
   }
-  if (in) out += u"</i>";
-  return out;
+  return in ? out + u"</i>" : out;
 }
 
 std::unique_ptr<MemoryDocument> loadOrFail(const std::string& path) {
@@ -98,6 +88,20 @@ std::unique_ptr<MemoryDocument> loadOrFail(const std::string& path) {
   auto doc = loadDocumentFile(path, error);
   EXPECT_TRUE(doc) << error;
   return doc;
+}
+
+std::string goldenFile(const std::string& name) {
+  return readFile(std::string(QUILLON_SOURCE_DIR) + "/tests/docfiles/golden/" + name);
+}
+
+::testing::AssertionResult matchesGolden(const std::string& name, const std::string& actual) {
+  if (std::getenv("QUILLON_UPDATE_GOLDEN")) {
+    std::ofstream(std::string(QUILLON_SOURCE_DIR) + "/tests/docfiles/golden/" + name, std::ios::binary) << actual;
+    return ::testing::AssertionSuccess();
+  }
+  const std::string expected = goldenFile(name);
+  if (expected == actual) return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << name << " differs:\n  expected: " << expected << "\n  actual:   " << actual;
 }
 
 }  // namespace quillon::testing

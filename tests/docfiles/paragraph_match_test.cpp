@@ -23,27 +23,27 @@ std::string origins(const std::vector<ParagraphText>& before, const std::vector<
   return out;
 }
 
-TEST(ParagraphMatch, TagsInFrontOfRepeatedLinesShiftNothing) {
-  auto before = paragraphs({u"JOHN", u"Hello.", u"", u"JOHN", u"Hello.", u"", u"MARY", u"Bye."});
-  auto after = paragraphs({u"DUB[0 1 00:00:01:00>00:00:02:00] JOHN", u"JOHN", u"Hello.", u"",
-                           u"DUB[0 1 00:00:03:00>00:00:04:00] JOHN", u"JOHN", u"Hello.", u"", u"MARY", u"Bye."});
-  EXPECT_EQ(origins(before, after), "n s0 s1 s2 n s3 s4 s5 s6 s7");
-}
-
-TEST(ParagraphMatch, AnEditedParagraphKeepsItsOriginBesideANewOne) {
-  auto before = paragraphs({u"First", u"Second line", u"Third"});
-  auto after = paragraphs({u"First", u"SUB[0 N 00:00:01:00>00:00:02:00]", u"Second line, longer", u"Third"});
-  EXPECT_EQ(origins(before, after), "s0 n e1 s2");
-  // Deleted paragraphs are simply not used; italics alone make an edit.
+TEST(ParagraphMatch, EditedParagraphsKeepTheirOriginsBesideNewAndMovedOnes) {
+  const auto three = paragraphs({u"First", u"Second line", u"Third"});
   auto italic = paragraphs({u"First", u"Third"});
   italic[1].italic[0] = 1;
-  EXPECT_EQ(origins(before, italic), "s0 e2");
-}
-
-TEST(ParagraphMatch, MovedParagraphsKeepTheLongestOrderedRun) {
-  auto before = paragraphs({u"a", u"b", u"c", u"d"});
-  auto after = paragraphs({u"a", u"d", u"b", u"c"});
-  EXPECT_EQ(origins(before, after), "s0 n s1 s2");
+  struct Case {
+    const char* what;
+    std::vector<ParagraphText> before, after;
+    std::string expected;
+  } cases[] = {
+      {"tags in front of repeated lines shift nothing",
+       paragraphs({u"JOHN", u"Hello.", u"", u"JOHN", u"Hello.", u"", u"MARY", u"Bye."}),
+       paragraphs({u"DUB[0 1 00:00:01:00>00:00:02:00] JOHN", u"JOHN", u"Hello.", u"",
+                   u"DUB[0 1 00:00:03:00>00:00:04:00] JOHN", u"JOHN", u"Hello.", u"", u"MARY", u"Bye."}),
+       "n s0 s1 s2 n s3 s4 s5 s6 s7"},
+      {"an edit beside a new paragraph", three,
+       paragraphs({u"First", u"SUB[0 N 00:00:01:00>00:00:02:00]", u"Second line, longer", u"Third"}), "s0 n e1 s2"},
+      {"deleted paragraphs go unused; italics alone make an edit", three, italic, "s0 e2"},
+      {"a move keeps the longest ordered run", paragraphs({u"a", u"b", u"c", u"d"}),
+       paragraphs({u"a", u"d", u"b", u"c"}), "s0 n s1 s2"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(origins(c.before, c.after), c.expected) << c.what;
 }
 
 }  // namespace

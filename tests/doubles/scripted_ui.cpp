@@ -19,38 +19,35 @@ Answer defaultAnswer(const MessageBoxRequest& box) {
   return Answer::OK;
 }
 
-Answer ScriptedUi::messageBox(const MessageBoxRequest& box) {
-  Answer a = defaultAnswer(box);
-  if (!answers.empty()) {
-    a = answers.front();
-    answers.pop_front();
-  }
-  boxes.push_back({box, a});
-  return a;
+namespace {
+// The next queued answer, or `fallback` when none is left.
+template <typename T>
+T next(std::deque<T>& queue, T fallback) {
+  if (queue.empty()) return fallback;
+  T v = std::move(queue.front());
+  queue.pop_front();
+  return v;
 }
+}  // namespace
 
 std::optional<u16> ScriptedUi::inputBox(const u16& prompt, const u16&, const u16& defaultText) {
   inputPrompts.push_back(prompt);
-  if (inputs.empty()) return defaultText;
-  auto v = inputs.front();
-  inputs.pop_front();
-  return v;
+  return next(inputs, std::optional<u16>(defaultText));
 }
 
 std::optional<std::string> ScriptedUi::openFileDialog(const FileDialogRequest& req) {
   openRequests.push_back(req);
-  if (openPaths.empty()) return std::nullopt;
-  auto v = openPaths.front();
-  openPaths.pop_front();
-  return v;
+  return next(openPaths, std::optional<std::string>());
 }
 
 std::optional<std::string> ScriptedUi::saveFileDialog(const FileDialogRequest& req) {
   saveRequests.push_back(req);
-  if (savePaths.empty()) return std::nullopt;
-  auto v = savePaths.front();
-  savePaths.pop_front();
-  return v;
+  return next(savePaths, std::optional<std::string>());
+}
+
+Answer ScriptedUi::messageBox(const MessageBoxRequest& box) {
+  boxes.push_back({box, next(answers, defaultAnswer(box))});
+  return boxes.back().answer;
 }
 
 void ScriptedUi::pumpEvents() {

@@ -27,65 +27,22 @@ bool SimulatedPlayer::renderFile(const std::string& path) {
   return true;
 }
 
-void SimulatedPlayer::run() {
-  if (!open_ || fails("run")) return;
+// An open player whose call does not fail, its position brought up to now.
+bool SimulatedPlayer::ready(const char* call) {
+  if (!open_ || fails(call)) return false;
   settle();
-  if (position_ < duration_) running_ = true;
-}
-
-void SimulatedPlayer::pause() {
-  if (!open_ || fails("pause")) return;
-  settle();
-  running_ = false;
-}
-
-void SimulatedPlayer::stop() {
-  if (!open_ || fails("stop")) return;
-  settle();
-  running_ = false;
+  return true;
 }
 
 void SimulatedPlayer::release() {
-  open_ = false;
-  running_ = false;
+  open_ = running_ = false;
   path_.clear();
 }
 
-double SimulatedPlayer::duration() { return open_ && !fails("duration") ? duration_ : 0; }
-
-double SimulatedPlayer::currentPosition() {
-  if (!open_ || fails("currentPosition")) return 0;
-  settle();
-  return position_;
-}
-
 void SimulatedPlayer::setCurrentPosition(double seconds) {
-  if (!open_ || fails("setCurrentPosition")) return;
-  settle();
+  if (!ready("setCurrentPosition")) return;
   position_ = std::clamp(seconds, 0.0, duration_);
   ++seeks;
-}
-
-void SimulatedPlayer::setRate(double rate) {
-  if (!open_ || fails("setRate")) return;
-  settle();
-  rate_ = rate;
-}
-
-void SimulatedPlayer::setVolume(long volume) {
-  if (!fails("setVolume")) volume_ = volume;
-}
-
-void SimulatedPlayer::setBalance(long balance) {
-  if (!fails("setBalance")) balance_ = balance;
-}
-
-void SimulatedPlayer::setWindow(int left, int top, int width, int height, bool visible) {
-  if (!fails("setWindow")) window = {left, top, width, height, visible};
-}
-
-double SimulatedPlayer::quickTimeStartTimecode(const std::string&, int) {
-  return fails("quickTimeStartTimecode") ? 0 : fileStartTimecode;
 }
 
 }  // namespace quillon

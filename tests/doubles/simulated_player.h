@@ -28,18 +28,22 @@ class SimulatedPlayer : public MediaPlayer {
 
   bool renderFile(const std::string& path) override;
   bool isOpen() const override { return open_ && !dead(); }
-  void run() override;
-  void pause() override;
-  void stop() override;
+  void run() override { if (ready("run") && position_ < duration_) running_ = true; }
+  void pause() override { if (ready("pause")) running_ = false; }
+  void stop() override { if (ready("stop")) running_ = false; }
   void release() override;
-  double duration() override;
-  double currentPosition() override;
+  double duration() override { return open_ && !fails("duration") ? duration_ : 0; }
+  double currentPosition() override { return ready("currentPosition") ? position_ : 0; }
   void setCurrentPosition(double seconds) override;
-  void setRate(double rate) override;
-  void setVolume(long volume) override;
-  void setBalance(long balance) override;
-  void setWindow(int left, int top, int width, int height, bool visible) override;
-  double quickTimeStartTimecode(const std::string& path, int fps) override;
+  void setRate(double rate) override { if (ready("setRate")) rate_ = rate; }
+  void setVolume(long volume) override { if (!fails("setVolume")) volume_ = volume; }
+  void setBalance(long balance) override { if (!fails("setBalance")) balance_ = balance; }
+  void setWindow(int left, int top, int width, int height, bool visible) override {
+    if (!fails("setWindow")) window = {left, top, width, height, visible};
+  }
+  double quickTimeStartTimecode(const std::string&, int) override {
+    return fails("quickTimeStartTimecode") ? 0 : fileStartTimecode;
+  }
 
   bool running() const { return running_; }
   double rate() const { return rate_; }
@@ -56,6 +60,7 @@ class SimulatedPlayer : public MediaPlayer {
   bool dead() const { return now() >= diesAt; }
   bool fails(const char* call) const { return dead() || failing.count(call) > 0; }
   double now() const;
+  bool ready(const char* call);
   void settle();  // folds elapsed play time into the stored position
 
   std::function<double()> clock_;

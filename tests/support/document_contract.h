@@ -35,49 +35,39 @@ class DocumentContract : public ::testing::TestWithParam<DocumentFactory> {
 inline const std::u16string kContractScript =
     u"SUB[0 N 00:00:01:00>00:00:02:00]\rFirst line\rSecond line\r\rSUB[1 I 00:00:03;00>00:00:04:00]\rLast\r\r";
 
-TEST_P(DocumentContract, ContentAndParagraphsAgree) {
+TEST_P(DocumentContract, ParagraphsAndSelectionWalkTheTextAndStopAtTheEnds) {
   auto d = doc(u"One\rTwo\r\rThree\r");
   EXPECT_EQ(d->content(), u"One\rTwo\r\rThree\r");
   ASSERT_EQ(d->paragraphsCount(), 4);
-  EXPECT_EQ(d->text(d->paragraph(1)), u"One\r");
   EXPECT_EQ(d->text(d->paragraph(3)), u"\r");
-  EXPECT_EQ(d->text(d->paragraph(4)), u"Three\r");
   EXPECT_EQ(d->pendingError(), 0);
   d->paragraph(5);
   EXPECT_NE(d->pendingError(), 0);
-}
-
-TEST_P(DocumentContract, NextAndPreviousWalkParagraphsAndStopAtTheEnds) {
-  auto d = doc(u"A\rB\rC\r");
+  d->clearError();
   d->select(d->paragraph(1));
   ASSERT_TRUE(d->selectNext(wdParagraph, 1));
-  EXPECT_EQ(d->selection(), u"B\r");
-  ASSERT_TRUE(d->selectNext(wdParagraph, 1));
-  EXPECT_EQ(d->selection(), u"C\r");
+  EXPECT_EQ(d->selection(), u"Two\r");
+  ASSERT_TRUE(d->selectNext(wdParagraph, 2));
+  EXPECT_EQ(d->selection(), u"Three\r");
   // Off the end: the pending error is set and the selection stays.
   EXPECT_FALSE(d->selectNext(wdParagraph, 1));
   EXPECT_NE(d->pendingError(), 0);
-  EXPECT_EQ(d->selection(), u"C\r");
+  EXPECT_EQ(d->selection(), u"Three\r");
   d->clearError();
   ASSERT_TRUE(d->selectPrevious(wdParagraph, 1));
-  EXPECT_EQ(d->selection(), u"B\r");
-  d->select(d->paragraph(1));
-  ASSERT_TRUE(d->selectNext(wdParagraph, 2));
-  EXPECT_EQ(d->selection(), u"C\r");
+  EXPECT_EQ(d->selection(), u"\r");
   EXPECT_FALSE(d->selectPrevious(wdParagraph, 3));
   EXPECT_NE(d->pendingError(), 0);
-}
-
-TEST_P(DocumentContract, SelectionParagraphsCoverWhatTheSelectionTouches) {
-  auto d = doc(u"Alpha\rBeta\rGamma\r");
+  // The selection's paragraphs are those it touches; a whole paragraph,
+  // mark included, is one.
   d->select({2, 2});
-  EXPECT_EQ(d->text(d->selectionParagraph(1)), u"Alpha\r");
+  EXPECT_EQ(d->text(d->selectionParagraph(1)), u"One\r");
   EXPECT_EQ(d->selectionType(), wdSelectionIP);
-  d->select({3, 8});  // from inside Alpha into Beta
+  d->select({2, 6});
   EXPECT_EQ(d->selectionType(), wdSelectionNormal);
   EXPECT_EQ(d->selectionParagraphsCount(), 2);
-  EXPECT_EQ(d->text(d->selectionParagraph(2)), u"Beta\r");
-  d->select(d->paragraph(2));  // a whole paragraph, mark included, is one paragraph
+  EXPECT_EQ(d->text(d->selectionParagraph(2)), u"Two\r");
+  d->select(d->paragraph(2));
   EXPECT_EQ(d->selectionParagraphsCount(), 1);
 }
 
@@ -93,31 +83,23 @@ TEST_P(DocumentContract, FindSearchesFromTheSelectionStartAndSelectsTheMatch) {
   ASSERT_TRUE(d->execute(f));
   EXPECT_EQ(d->selectionRange().start, 0);
   // The wildcard stands for any one character, so either frame separator matches.
-  d->collapse();
-  f.findText = u"00:00:03^?00>";
-  ASSERT_TRUE(d->execute(f));
-  EXPECT_EQ(d->selection(), u"00:00:03;00>");
-  d->collapse();
-  f.findText = u"00:00:04^?00]";
-  ASSERT_TRUE(d->execute(f));
-  EXPECT_EQ(d->selection(), u"00:00:04:00]");
+  for (const char16_t* wanted : {u"00:00:03;00>", u"00:00:04:00]"}) {
+    d->collapse();
+    f.findText = std::u16string(wanted).replace(8, 1, u"^?");
+    ASSERT_TRUE(d->execute(f)) << toUtf8(wanted);
+    EXPECT_EQ(d->selection(), wanted);
+  }
   // Nothing found: the selection stays where it was.
   TextRange before = d->selectionRange();
   f.findText = u"absent";
   EXPECT_FALSE(d->execute(f));
   EXPECT_EQ(d->selectionRange(), before);
-}
-
-TEST_P(DocumentContract, FindReachesFarMatchesAndMatchesAcrossAnyReadWindow) {
   // Matches placed around the sizes a search may read ahead in.
   for (long at : {4090L, 4094L, 12283L, 40000L}) {
-    std::u16string text(static_cast<size_t>(at), u'x');
-    text += u"00:00:01;00>tail\r";
-    auto d = doc(text);
-    FindRequest f;
+    auto far = doc(std::u16string(static_cast<size_t>(at), u'x') + u"00:00:01;00>tail\r");
     f.findText = u"00:00:01^?00>";
-    ASSERT_TRUE(d->execute(f)) << at;
-    EXPECT_EQ(d->selectionRange(), (TextRange{at, at + 12})) << at;
+    ASSERT_TRUE(far->execute(f)) << at;
+    EXPECT_EQ(far->selectionRange(), (TextRange{at, at + 12})) << at;
   }
 }
 
@@ -142,58 +124,43 @@ TEST_P(DocumentContract, ReplaceTakesTheFirstMatchOnlyAndLeavesAbsentTextAlone) 
   EXPECT_EQ(d->content(), u"x TAG y \r");
 }
 
-TEST_P(DocumentContract, InsertBeforeAParagraphPushesTheSelectionBehindTheNewText) {
+TEST_P(DocumentContract, InsertsAndDeletesMoveTheSelectionAndKeepTheFinalMarkLast) {
   auto d = doc(u"Hello\rWorld\r");
   d->select(d->paragraph(1));
   d->insertBefore(d->selectionParagraph(1), u"TAG\r");
   EXPECT_EQ(d->content(), u"TAG\rHello\rWorld\r");
   EXPECT_EQ(d->selection(), u"Hello\r");
   EXPECT_EQ(d->paragraphsCount(), 3);
-}
-
-TEST_P(DocumentContract, InsertAfterTheCursorLeavesItBeforeTheTextUntilMovedRight) {
-  auto d = doc(u"ab\r");
+  // Inserted after the cursor, text leaves it in front until it moves right;
+  // it never passes the final paragraph mark.
   d->select({1, 1});
   d->selectionInsertAfter(u"XYZ");
-  EXPECT_EQ(d->content(), u"aXYZb\r");
+  EXPECT_EQ(d->content(), u"TXYZAG\rHello\rWorld\r");
   EXPECT_EQ(d->selectionRange(), (TextRange{1, 1}));
   d->moveRight(wdCharacter, 3);
   EXPECT_EQ(d->selectionRange(), (TextRange{4, 4}));
-  // The cursor never passes the final paragraph mark.
   d->moveRight(wdCharacter, 50);
-  EXPECT_EQ(d->selectionRange(), (TextRange{5, 5}));
-}
-
-TEST_P(DocumentContract, TheFinalParagraphMarkAlwaysStaysLast) {
-  auto d = doc(u"Only\r");
+  EXPECT_EQ(d->selectionRange(), (TextRange{18, 18}));
+  // Deleting a paragraph mark joins paragraphs.
+  d->deleteRange(d->paragraph(1));
+  d->deleteRange({5, 6});
+  EXPECT_EQ(d->content(), u"HelloWorld\r");
   d->insertAfter(d->paragraph(1), u"More\r");
-  EXPECT_EQ(d->content(), u"OnlyMore\r\r");
+  EXPECT_EQ(d->content(), u"HelloWorldMore\r\r");
   d->deleteRange(d->documentRange());
   EXPECT_EQ(d->content(), u"\r");
   EXPECT_EQ(d->paragraphsCount(), 1);
 }
 
-TEST_P(DocumentContract, DeletingAParagraphMarkJoinsParagraphs) {
-  auto d = doc(u"One\r\rTwo\r");
-  d->deleteRange(d->paragraph(2));
-  EXPECT_EQ(d->content(), u"One\rTwo\r");
-  d->deleteRange({3, 4});
-  EXPECT_EQ(d->content(), u"OneTwo\r");
-  EXPECT_EQ(d->paragraphsCount(), 1);
-}
-
-TEST_P(DocumentContract, ItalicIsTrueOnlyForAWhollyItalicRange) {
-  auto d = doc(u"plain\rslanted\r");
+TEST_P(DocumentContract, ItalicIsTrueOnlyForAWhollyItalicRangeAndWordsSplitATagHead) {
+  auto d = doc(kContractScript);
   d->setItalic(d->paragraph(2), true);
   EXPECT_TRUE(d->italic(d->paragraph(2)));
   EXPECT_FALSE(d->italic(d->paragraph(1)));
   EXPECT_FALSE(d->italic(d->documentRange()));
   d->setItalic({0, 2}, true);
   EXPECT_FALSE(d->italic(d->paragraph(1)));
-}
-
-TEST_P(DocumentContract, WordsSplitATagHeadLikeAWordProcessor) {
-  auto d = doc(kContractScript);
+  // Like a word processor's words.
   auto w = d->words(d->paragraph(1));
   ASSERT_GE(w.size(), 3u);
   EXPECT_EQ(d->text(w[0]), u"SUB");
@@ -202,7 +169,7 @@ TEST_P(DocumentContract, WordsSplitATagHeadLikeAWordProcessor) {
   EXPECT_EQ(d->computeStatistics(wdStatisticWords, d->paragraph(2)), 2);
 }
 
-TEST_P(DocumentContract, PropertiesAreNamedValuesBesideTheText) {
+TEST_P(DocumentContract, PropertiesLieBesideTheTextAndANewDocumentBecomesActive) {
   auto d = doc(u"x\r");
   EXPECT_FALSE(d->customProperty(u"TCP").has_value());
   d->setCustomProperty(u"TCP", u"10000000");
@@ -211,11 +178,7 @@ TEST_P(DocumentContract, PropertiesAreNamedValuesBesideTheText) {
   d->setBuiltinProperty(wdPropertyTitle, u"Pilot");
   EXPECT_EQ(d->builtinProperty(wdPropertyTitle).value_or(u""), u"Pilot");
   EXPECT_EQ(d->content(), u"x\r");
-}
-
-TEST_P(DocumentContract, ANewDocumentBecomesActiveAndHoldsOneEmptyParagraph) {
-  auto d = doc(u"script\r");
-  int before = d->documentsCount();
+  const int before = d->documentsCount();
   d->documentsAdd();
   EXPECT_EQ(d->documentsCount(), before + 1);
   EXPECT_EQ(d->content(), u"\r");

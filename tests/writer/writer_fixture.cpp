@@ -45,43 +45,12 @@ bool HeadlessOffice::start() {
   if (process_.running()) return true;
   if (failed_) return false;
   failure_.clear();
-  OfficeLaunch launch;
-  launch.connection = connection_;
-  launch.profileDir = profile_;
-  launch.headless = true;
-  launch.restore = false;
-  launch.endsWithThisProcess = true;
-  if (!initialised_) {
-    OfficeLaunch first = launch;
-    first.initialiseOnly = true;
-    OfficeProcess init;
-    if (!init.start(first, failure_)) {
-      failed_ = true;
-      return false;
-    }
-    if (!init.waitForEnd(300)) {
-      init.stop(1);
-      failure_ = "soffice did not set its profile up within 300 seconds";
-      failed_ = true;
-      return false;
-    }
-    initialised_ = true;
-  }
-  // A fresh profile's first start is slow, the more so on a loaded machine.
-  auto probe = service();
-  if (!process_.start(launch, failure_) || !waitForOffice(*probe, 300, {}, failure_)) {
-    process_.stop(1);
-    failed_ = true;
-    return false;
-  }
-  return true;
+  // A first start is slow, the more so on a loaded machine.
+  failed_ = !startHeadlessOffice(process_, connection_, profile_, 300, failure_);
+  return !failed_;
 }
 
-void HeadlessOffice::stop() {
-  if (!process_.running()) return;
-  service()->terminateOffice();
-  process_.stop(20);
-}
+void HeadlessOffice::stop() { stopHeadlessOffice(process_, connection_); }
 
 void HeadlessOffice::crash() { process_.stop(0); }
 

@@ -39,7 +39,6 @@ class HeadlessOffice {
   std::string connection_, profile_, failure_;
   OfficeProcess process_;
   bool failed_ = false;  // a start that failed is not tried again
-  bool initialised_ = false;
 };
 
 #define QUILLON_NEED_OFFICE(office)                                              \

@@ -10,25 +10,35 @@
 namespace quillon::testing {
 namespace {
 
-TEST(WriterMode, AWriterThatCannotBeReachedOrStartedGivesOneBoxAndTheEmbeddedScriptStays) {
+struct ModeStation {
+  explicit ModeStation(const std::string& connection) {
+    t.open(u"Embedded\r");
+    t.st.s.options[kWriterConnectionOption] = connection;
+    hooks.showEmbedded = [this](bool on) { shown = on; };
+  }
+  // Off: the embedded script is the station's, its window shown.
+  void expectOff() {
+    EXPECT_EQ(t.st.doc, &t.docs);
+    EXPECT_FALSE(t.st.view.menu(kWriterMenuItem).checked);
+    EXPECT_TRUE(shown);
+  }
   TestStation t;
-  t.open(u"Embedded\r");
-  t.st.s.options[kWriterConnectionOption] = "pipe,name=quillon-nobody-listens";
-  t.st.s.options[kWriterProgramOption] = "quillon-no-such-office";
   bool shown = true;
   WriterMode::Hooks hooks;
-  hooks.showEmbedded = [&](bool on) { shown = on; };
-  WriterMode mode(t.st, t.docs, hooks);
+};
+
+TEST(WriterMode, AWriterThatCannotBeReachedOrStartedGivesOneBoxAndTheEmbeddedScriptStays) {
+  ModeStation m("pipe,name=quillon-nobody-listens");
+  m.t.st.s.options[kWriterProgramOption] = "quillon-no-such-office";
+  WriterMode mode(m.t.st, m.t.docs, m.hooks);
   EXPECT_FALSE(mode.switchOn());
-  ASSERT_EQ(t.ui.boxes.size(), 1u);
-  EXPECT_EQ(t.ui.lastBox().text,
-            u"LibreOffice Writer could not be reached or started (pipe,name=quillon-nobody-listens): LibreOffice "
-            u"(quillon-no-such-office) is not installed. The script stays in the station's own window.");
-  EXPECT_EQ(t.st.doc, &t.docs);
-  EXPECT_FALSE(t.st.view.menu(kWriterMenuItem).checked);
-  EXPECT_EQ(t.st.s.options.count(kWriterOption), 0u);
-  EXPECT_TRUE(shown);
-  EXPECT_EQ(t.ui.pointer, Pointer::Default);
+  EXPECT_EQ(m.t.ui.boxTexts(),
+            std::vector<u16>{u"LibreOffice Writer could not be reached or started (pipe,name=quillon-nobody-listens): "
+                             u"LibreOffice (quillon-no-such-office) is not installed. The script stays in the "
+                             u"station's own window."});
+  m.expectOff();
+  EXPECT_EQ(m.t.st.s.options.count(kWriterOption), 0u);
+  EXPECT_EQ(m.t.ui.pointer, Pointer::Default);
 }
 
 TEST(WriterMode, OnTheScriptIsWritersAndOffItIsTheStationsAgain) {
@@ -37,32 +47,24 @@ TEST(WriterMode, OnTheScriptIsWritersAndOffItIsTheStationsAgain) {
   office.closeAll();
   const std::string path = writeFile("mode.txt", "In Writer\n");
   std::string error;
-  auto opener = office.service();
-  ASSERT_TRUE(opener->openFile(path, error)) << error;
+  ASSERT_TRUE(office.service()->openFile(path, error)) << error;
 
-  TestStation t;
-  t.open(u"Embedded\r");
-  t.st.s.options[kWriterConnectionOption] = office.connection();
-  bool shown = true;
-  WriterMode::Hooks hooks;
-  hooks.showEmbedded = [&](bool on) { shown = on; };
-  WriterMode mode(t.st, t.docs, hooks);
+  ModeStation m(office.connection());
+  WriterMode mode(m.t.st, m.t.docs, m.hooks);
   ASSERT_TRUE(mode.switchOn(path));
-  EXPECT_TRUE(t.ui.boxes.empty());
-  EXPECT_TRUE(t.st.view.menu(kWriterMenuItem).checked);
-  EXPECT_EQ(t.st.s.options[kWriterOption], "on");
-  EXPECT_FALSE(shown);
-  ASSERT_TRUE(attachDocument(t.st));
-  EXPECT_EQ(t.st.view.panel(1).text, u"mode.txt");
-  EXPECT_EQ(t.st.doc->content(), u"In Writer\r");
+  EXPECT_TRUE(m.t.ui.boxes.empty());
+  EXPECT_TRUE(m.t.st.view.menu(kWriterMenuItem).checked);
+  EXPECT_EQ(m.t.st.s.options[kWriterOption], "on");
+  EXPECT_FALSE(m.shown);
+  ASSERT_TRUE(attachDocument(m.t.st));
+  EXPECT_EQ(m.t.st.view.panel(1).text, u"mode.txt");
+  EXPECT_EQ(m.t.st.doc->content(), u"In Writer\r");
 
   mode.toggle();
-  EXPECT_EQ(t.st.doc, &t.docs);
-  EXPECT_EQ(t.st.s.options[kWriterOption], "off");
-  EXPECT_FALSE(t.st.view.menu(kWriterMenuItem).checked);
-  EXPECT_TRUE(shown);
-  ASSERT_TRUE(attachDocument(t.st));
-  EXPECT_EQ(t.st.doc->content(), u"Embedded\r");
+  m.expectOff();
+  EXPECT_EQ(m.t.st.s.options[kWriterOption], "off");
+  ASSERT_TRUE(attachDocument(m.t.st));
+  EXPECT_EQ(m.t.st.doc->content(), u"Embedded\r");
 }
 
 }  // namespace

@@ -6,31 +6,11 @@
 #include "script/document_ops.h"
 #include "subtitling/playing_station.h"
 #include "subtitling/timing_loop.h"
+#include "support/station_fixture.h"
 #include "writer_fixture.h"
 
 namespace quillon::testing {
 namespace {
-
-std::string flatDocument(const std::string& body) {
-  return R"(<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0" xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0" xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0" xmlns:dc="http://purl.org/dc/elements/1.1/" office:version="1.2" office:mimetype="application/vnd.oasis.opendocument.text">
-<office:meta><dc:title>Pilot episode</dc:title></office:meta>
-<office:body><office:text>)" + body + "</office:text></office:body></office:document>\n";
-}
-
-const std::string kOddDocument = flatDocument(
-    "<text:p>Tab<text:tab/>here, a pair &#x1F600; and a break<text:line-break/>there</text:p>"
-    "<text:p>Title: <text:title>Pilot episode</text:title>.</text:p>"
-    "<text:p>SUB[0 N 00:00:01:00&gt;00:00:02:00]</text:p>"
-    "<text:p>After &#x1F600;&#x1F600; end</text:p>");
-
-const std::string kTableDocument = flatDocument(
-    "<text:p>Before &#x1F600;</text:p>"
-    "<table:table><table:table-column table:number-columns-repeated=\"2\"/><table:table-row>"
-    "<table:table-cell><text:p>JOHN</text:p></table:table-cell>"
-    "<table:table-cell><text:p>Hello there</text:p></table:table-cell></table:table-row></table:table>"
-    "<text:p>SUB[0 N 00:00:01:00&gt;00:00:02:00]</text:p>"
-    "<text:p>After</text:p>");
 
 class WriterService : public ::testing::Test {
  protected:
@@ -38,28 +18,26 @@ class WriterService : public ::testing::Test {
     QUILLON_NEED_OFFICE(office);
     office.closeAll();
   }
-  std::unique_ptr<WriterDocumentService> opened(const std::string& path) {
+  // A service on the document of `path`, opening it in Writer or taking
+  // the one open there.
+  std::unique_ptr<WriterDocumentService> on(const std::string& path, bool open = false) {
     auto s = office.service();
     std::string error;
-    EXPECT_TRUE(s->openFile(path, error)) << error;
+    EXPECT_TRUE(open ? s->openFile(path, error) : s->useOpenFile(path, error)) << error;
     return s;
   }
-  std::unique_ptr<WriterDocumentService> secondReader(const std::string& path) {
-    auto s = office.service();
-    std::string error;
-    EXPECT_TRUE(s->useOpenFile(path, error)) << error;
-    return s;
+  std::string fixture(const std::string& name) {
+    return writeFile(name, readFile(std::string(QUILLON_SOURCE_DIR) + "/tests/writer/golden/" + name));
   }
   HeadlessOffice& office = HeadlessOffice::shared();
 };
 
 TEST_F(WriterService, PlacesMapThroughPairsTabsBreaksAndFieldsAsAFreshReadingSeesThem) {
-  const std::string path = writeFile("odd.fodt", kOddDocument);
-  auto a = opened(path);
+  const std::string path = fixture("odd.fodt");
+  auto a = on(path, true);
   // The field's result takes one step in Writer.
   EXPECT_EQ(a->content(), u"Tab\there, a pair \U0001F600 and a break\vthere\rTitle: \uFFFC.\r"
                           u"SUB[0 N 00:00:01:00>00:00:02:00]\rAfter \U0001F600\U0001F600 end\r");
-
   a->insertBefore(a->paragraph(3), u"DUB[0 N 00:00:00:10>00:00:00:20]\r");
   a->replaceText(rangeOf(*a, u"there"), u"THERE\vand \U0001F600", false);
   a->setItalic(rangeOf(*a, u"After"), true);
@@ -68,7 +46,7 @@ TEST_F(WriterService, PlacesMapThroughPairsTabsBreaksAndFieldsAsAFreshReadingSee
   a->showSelection();
   ASSERT_EQ(a->pendingError(), 0);
 
-  auto b = secondReader(path);
+  auto b = on(path);
   EXPECT_EQ(b->content(), a->content());
   EXPECT_EQ(b->selectionRange(), a->selectionRange());
   EXPECT_EQ(b->selection(), u"\U0001F600 end");
@@ -77,8 +55,8 @@ TEST_F(WriterService, PlacesMapThroughPairsTabsBreaksAndFieldsAsAFreshReadingSee
 }
 
 TEST_F(WriterService, TablesReadAsParagraphsAndRefuseEditsInsideThem) {
-  const std::string path = writeFile("table.fodt", kTableDocument);
-  auto a = opened(path);
+  const std::string path = fixture("table.fodt");
+  auto a = on(path, true);
   ASSERT_EQ(a->content(), u"Before \U0001F600\rJOHN\rHello there\rSUB[0 N 00:00:01:00>00:00:02:00]\rAfter\r");
   a->insertBefore(a->paragraph(4), u"DUB[0 N 00:00:00:10>00:00:00:20]\r");
   a->insertAfter(rangeOf(*a, u"After"), u" all");
@@ -93,15 +71,22 @@ TEST_F(WriterService, TablesReadAsParagraphsAndRefuseEditsInsideThem) {
   EXPECT_NE(a->pendingError(), 0);
   EXPECT_EQ(a->content(), before);
 
-  auto b = secondReader(path);
+  auto b = on(path);
   EXPECT_EQ(b->content(), before);
   EXPECT_EQ(b->selection(), u"SUB[");
 }
 
-TEST_F(WriterService, TheOperatorsSelectionAndEditsInWriterReachTheService) {
+TEST_F(WriterService, TheOperatorsWorkInWriterReachesTheStationAndAClosedDocumentIsNoDocument) {
   const std::string path = writeFile("operator.txt", "One\n\nTwo\n");
-  auto station = opened(path);
-  auto writer = secondReader(path);  // stands for the operator at Writer
+  TestStation t;
+  auto station = office.service(true);
+  t.st.doc = station.get();
+  std::string error;
+  ASSERT_TRUE(station->openFile(path, error)) << error;
+  ASSERT_TRUE(attachDocument(t.st));
+  EXPECT_EQ(t.st.view.panel(1).text, u"operator.txt");
+
+  auto writer = on(path);  // stands for the operator at Writer
   writer->select(rangeOf(*writer, u"One"));
   writer->showSelection();
   EXPECT_EQ(station->selection(), u"One");
@@ -112,27 +97,15 @@ TEST_F(WriterService, TheOperatorsSelectionAndEditsInWriterReachTheService) {
   ASSERT_TRUE(station->selectNext(wdParagraph, 1));
   station->showSelection();
   EXPECT_EQ(writer->selection(), u"\r");
-}
 
-TEST_F(WriterService, ADocumentClosedInWriterReadsAsNoDocumentUntilAnotherIsOpen) {
-  const std::string path = writeFile("closing.txt", "One\n\nTwo\n");
-  TestStation t;
-  auto station = office.service(true);
-  t.st.doc = station.get();
-  std::string error;
-  ASSERT_TRUE(station->openFile(path, error)) << error;
-  ASSERT_TRUE(attachDocument(t.st));
-  EXPECT_EQ(t.st.view.panel(1).text, u"closing.txt");
-
-  secondReader(path)->closeActive();
+  writer->closeActive();
   EXPECT_FALSE(station->selectNext(wdParagraph, 1));
   EXPECT_EQ(station->pendingError(), kErrNoDocument);
   station->clearError();
   EXPECT_FALSE(attachDocument(t.st));
   EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{u"Error: No currently open Word document "});
-
-  const std::string other = writeFile("other.txt", "Three\n");
-  ASSERT_TRUE(office.service()->openFile(other, error)) << error;
+  // The station follows whichever document comes to the front.
+  ASSERT_TRUE(office.service()->openFile(writeFile("other.txt", "Three\n"), error)) << error;
   ASSERT_TRUE(attachDocument(t.st));
   EXPECT_EQ(t.st.view.panel(1).text, u"other.txt");
   EXPECT_EQ(station->content(), u"Three\r");

@@ -11,48 +11,25 @@ namespace {
 
 const std::u16string kPair = u"\U0001F600";  // one step, two code units
 
-TEST(WriterText, ReadingsBecomeParagraphsLineBreaksAndOneUnitPerOddStep) {
-  struct Case {
-    const char* what;
-    std::vector<std::u16string> plain, steps;  // a plain reading, then single steps
-    std::vector<long> lineBreaks;
-    std::u16string expected;
-  };
-  const Case cases[] = {
-      {"paragraphs", {u"One\nTwo\n\nThree"}, {}, {}, u"One\rTwo\r\rThree\r"},
-      {"a line break", {u"Row one\nrow two\nNext"}, {}, {7}, u"Row one\vrow two\rNext\r"},
-      {"tabs stay", {u"JOHN\tHello"}, {}, {}, u"JOHN\tHello\r"},
-      {"a field's result", {u"Page "}, {u"12 of 30"}, {}, u"Page \uFFFC\r"},
-      {"an anchor that reads empty", {u"Com"}, {u""}, {}, u"Com\uFFFC\r"},
-      {"a table behind a paragraph", {u"Before"}, {u"\nJOHN\nHello\n"}, {}, u"Before\r\r"},
-      {"a pair read alone", {u"a"}, {kPair}, {}, u"a" + kPair + u"\r"},
-      {"a stray CR", {u"a\rb"}, {}, {}, u"a\uFFFCb\r"},
-  };
-  for (const Case& c : cases) {
-    WriterText t;
-    for (const auto& p : c.plain) t.appendPlain(p);
-    for (const auto& s : c.steps) t.appendStep(s);
-    t.finish();
-    for (long at : c.lineBreaks) EXPECT_TRUE(t.markLineBreak(at)) << c.what;
-    EXPECT_EQ(t.text(), c.expected) << c.what;
-  }
+WriterText reading(const std::u16string& plain) {
+  WriterText t;
+  t.appendPlain(plain);
+  t.finish();
+  return t;
 }
 
-TEST(WriterText, OnlyAParagraphBreakCanBeMarkedALineBreakAndTheFinalMarkStays) {
-  WriterText t;
-  t.appendPlain(u"ab\ncd");
-  t.finish();
+TEST(WriterText, OnlyAParagraphBreakBecomesALineBreakAndNeverTheFinalMark) {
+  WriterText t = reading(u"ab\ncd");
   EXPECT_FALSE(t.markLineBreak(0));
-  EXPECT_FALSE(t.markLineBreak(5));  // the final mark
+  EXPECT_FALSE(t.markLineBreak(5));
   EXPECT_TRUE(t.markLineBreak(2));
   EXPECT_EQ(t.paragraphsCount(), 1);
   EXPECT_EQ(t.paragraph(1), (TextRange{0, 6}));
+  EXPECT_EQ(toWriterText(u"a\vb\rc"), u"a\nb\rc");
 }
 
 TEST(WriterText, StepsCountASurrogatePairOnceAndComeBackToTheSameOffsets) {
-  WriterText t;
-  t.appendPlain(u"ab" + kPair + u"\tc\n" + kPair + kPair + u"d");
-  t.finish();
+  const WriterText t = reading(u"ab" + kPair + u"\tc\n" + kPair + kPair + u"d");
   // a b [pair] TAB c CR [pair] [pair] d CR
   const long offsets[] = {0, 1, 2, 4, 5, 6, 7, 9, 11, 12};
   for (long step = 0; step < 10; ++step) {
@@ -69,28 +46,23 @@ TEST(WriterText, StepsCountASurrogatePairOnceAndComeBackToTheSameOffsets) {
 TEST(WriterText, EditsKeepParagraphsAndStepsAsAFreshReadingWouldHaveThem) {
   std::mt19937 rng(7);
   const std::u16string pieces[] = {u"SUB[", u"\r", u"text", kPair, u"\v", u"\t", u"\r\r", u"x"};
-  WriterText t;
-  t.appendPlain(u"Start\nmiddle " + kPair + u"\nend");
-  t.finish();
+  const auto lowHalf = [](char16_t c) { return (c & 0xFC00) == 0xDC00; };
+  WriterText t = reading(u"Start\nmiddle " + kPair + u"\nend");
   for (int i = 0; i < 400; ++i) {
     const long len = t.length();
     const long a = std::uniform_int_distribution<long>(0, len - 1)(rng);
+    if (lowHalf(t.text()[a])) continue;  // never through the middle of a pair
     if (rng() % 3 == 0) {
       long b = std::min(len - 1, a + static_cast<long>(rng() % 6));
-      // Never through the middle of a pair.
-      if (b < len && (t.text()[b] & 0xFC00) == 0xDC00) ++b;
-      if ((t.text()[a] & 0xFC00) == 0xDC00) continue;
+      if (lowHalf(t.text()[b])) ++b;
       t.erase({a, b});
     } else {
-      if ((t.text()[a] & 0xFC00) == 0xDC00) continue;
       t.insert(a, pieces[rng() % std::size(pieces)]);
     }
-    WriterText fresh;
     std::u16string body = t.text().substr(0, t.text().size() - 1);
     for (auto& c : body)
       if (c == u'\r' || c == u'\v') c = u'\n';
-    fresh.appendPlain(body);
-    fresh.finish();
+    WriterText fresh = reading(body);
     for (long p = 0; p < t.length(); ++p)
       if (t.text()[p] == u'\v') fresh.markLineBreak(p);
     ASSERT_EQ(t.text(), fresh.text()) << i;
@@ -98,10 +70,6 @@ TEST(WriterText, EditsKeepParagraphsAndStepsAsAFreshReadingWouldHaveThem) {
     for (long n = 1; n <= t.paragraphsCount(); ++n) ASSERT_EQ(t.paragraph(n), fresh.paragraph(n)) << i;
     for (long p = 0; p <= t.length(); ++p) ASSERT_EQ(t.stepsTo(p), fresh.stepsTo(p)) << i << " at " << p;
   }
-}
-
-TEST(WriterText, TheServicesLineBreakGoesToWriterAsItsOwn) {
-  EXPECT_EQ(toWriterText(u"a\vb\rc"), u"a\nb\rc");
 }
 
 }  // namespace
