@@ -35,22 +35,6 @@ TEST(CaptionTiming, WritesCaptionTagsAndShowsTheRowsSizedToTheText) {
   EXPECT_TRUE(windowRestored(t.st));
 }
 
-TEST(CaptionTiming, AssistedAtTheTopPositionNeverRisesAbove750) {
-  PlayingStation t;
-  t.st.view.menu("mnu_tex_opc_asis").checked = true;
-  t.st.s.ultimaposenpantallacc = 15;
-  t.open(u"Row one\r");
-  t.docs.select({0, 0});
-  FormaCCState seen;
-  t.when(1.0, [&] { seen = t.st.view.overlays.FormaCC; });
-  t.markAt(2.0);
-  mnu_cc_temp(t.st);
-  EXPECT_EQ(t.content(), u"CAP[FNC 00:00:01:20>00:00:02:20]\rRow one\r");
-  EXPECT_EQ(seen.Top, 750);
-  EXPECT_GE(t.st.s.g_dblPosActual, 3.04);
-  EXPECT_TRUE(windowRestored(t.st));
-}
-
 // A row over 32 characters, Escape and text already timed end the run with
 // the script untouched and the window restored.
 TEST(CaptionTiming, RunsThatEndWithoutATag) {

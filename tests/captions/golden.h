@@ -17,12 +17,8 @@ inline ::testing::AssertionResult matchesCaptionGolden(const std::string& name, 
     std::ofstream(path, std::ios::binary) << actual;
     return ::testing::AssertionSuccess();
   }
-  const std::string expected = readFile(path);
-  if (expected == actual && !expected.empty()) return ::testing::AssertionSuccess();
-  size_t at = 0;
-  while (at < expected.size() && at < actual.size() && expected[at] == actual[at]) ++at;
-  return ::testing::AssertionFailure() << name << " differs at byte " << at << " (sizes " << expected.size() << " and "
-                                       << actual.size() << ")";
+  if (readFile(path) == actual && !actual.empty()) return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << name << " differs from " << path;
 }
 
 }  // namespace quillon::testing

@@ -56,25 +56,17 @@ TEST(DvdMaestroExport, WrongExtensionShowsTwoBoxesAndUtf8WhenAsked) {
   EXPECT_NE(file.find("Los ni\xC3\xB1os cantan|\xC2\xBFY despu\xC3\xA9s\xE2\x80\xA6?"), std::string::npos);
 }
 
-TEST(CpcExport, ClearLinesOnlyForGaps) {
+// CPC writes a clear line only where a gap follows; .SUB checks no
+// extension and goes through code page 850.
+TEST(ListExports, ShortScriptsMatchGoldenFiles) {
   FormatsStation t;
   t.open(u"SUB[0 N 00:00:01:00>00:00:02:00]\nA\n\nSUB[3 N 00:00:02:00>00:00:03:00]\nB\nb\n\n"
          u"SUB[0 N 00:00:03:01>00:00:05:00]\nC\n\nSUB[\n");
-  std::string file = runExport(t, tempDir("cpc-gaps") + "/g.txt", mnuSubCpc, commandProximoCPC);
-  EXPECT_EQ(file,
-            "~CPCC6.70~;UpperLower;PopOn;01;\r\n"
-            "00:00:01:00\xB3" "0CEN\xB3" "A\r\n"
-            "00:00:02:00\xB3" "0CAN\xB3" "B\\b\r\n"
-            "00:00:03:00\xB3" "0CAN\xB3^N\r\n"
-            "00:00:03:01\xB3" "0CEN\xB3" "C\r\n"
-            "00:00:05:00\xB3" "0CEN\xB3^N\r\n\r\n");
-}
-
-TEST(CpcExport, StyleCodeFollowsTheEditedMapping) {
-  FormCPC f;
-  EXPECT_EQ(cpcStyleCode(f, false, u'0', u'2'), u"0CF2");
-  f["Text_vpos9"] = u"B";
-  EXPECT_EQ(cpcStyleCode(f, true, u'9', u'1'), u"0CB1");
+  EXPECT_TRUE(testing::matchesGolden("gaps_cpc.txt", runExport(t, tempDir("cpc-gaps") + "/g.txt", mnuSubCpc, commandProximoCPC)));
+  FormatsStation u;
+  u.open(u"SUB[2 I 00:00:01:00>00:00:02:05]\n\u00c1rbol \u00e2me\nl\u00ednea dos\n\nSUB[\n");
+  EXPECT_TRUE(testing::matchesGolden("one.sub", runExport(u, tempDir("sub-one") + "/one.lst", mnuSubSub, commandProximoSUB)));
+  EXPECT_TRUE(u.ui.boxes.empty());
 }
 
 TEST(CpcExport, RunningTimeFromTheLabelsWhenNoProperty) {
@@ -91,17 +83,6 @@ TEST(CpcExport, RunningTimeFromTheLabelsWhenNoProperty) {
   t.docs.setCustomProperty(u"TRT", u"01:30:00:00");
   fillFormCPC(t.st, f);
   EXPECT_EQ(f["TextTRT"], u"01:30:00:00");
-}
-
-TEST(SubListExport, NoExtensionCheckAndOneSubtitle) {
-  FormatsStation t;
-  t.open(u"SUB[2 I 00:00:01:00>00:00:02:05]\n\u00c1rbol \u00e2me\nl\u00ednea dos\n\nSUB[\n");
-  std::string file = runExport(t, tempDir("sub-one") + "/one.lst", mnuSubSub, commandProximoSUB);
-  EXPECT_TRUE(t.ui.boxes.empty());
-  EXPECT_EQ(file.rfind(
-            "*PART 1*\r\n00:00:00.00\\00:00:00.00\r\n"
-            "{{[\xB5rbol \x83me\r\n[l\xA1nea dos\r\n00:00:01.00\\00:00:02.05\r\n"
-            "*END*\r\n00:00:02.05\\00:00:02.05\r\n", 0), 0u);
 }
 
 }  // namespace

@@ -1,10 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sys/wait.h>
-
 #include "formats/merge.h"
 #include "formats_fixture.h"
 #include "script/document_files.h"
@@ -13,14 +8,20 @@ namespace quillon {
 namespace {
 
 using testing::FormatsStation;
-using testing::readFile;
-using testing::tempDir;
 
 const char16_t* kTiming =
     u"0001\t10:00:01:00\t10:00:03:00\n"
     u"0002\t10:00:04:00\t10:00:06:00\n"
     u"0002.A\t10:00:06:05\t10:00:08:00\n"
     u"0003\t10:00:09:00\t10:00:11:00\n";
+
+// A station with kTiming loaded, ready for a text to merge.
+struct Loaded : FormatsStation {
+  Loaded() {
+    open(kTiming);
+    EXPECT_TRUE(cargarTiming(st));
+  }
+};
 
 TEST(TimingLoad, EntriesCardsAndTheClosingMessage) {
   FormatsStation t;
@@ -54,9 +55,7 @@ TEST(TimingLoad, RefusalsAndFormatError) {
 }
 
 TEST(TimingMerge, TagsNumberedParagraphsAndReportsGaps) {
-  FormatsStation t;
-  t.open(kTiming);
-  ASSERT_TRUE(cargarTiming(t.st));
+  Loaded t;
   MemoryDocument& text = t.open(
       u"12\nNot a number: too short.\n0001\nUno\n\n0003\nTres\n\n0003.A\nCard of three\n\n0003.C\nSkipped B\n\n"
       u"0007.A\nNo timing\n\n0000\nZero\n\n\n\n\n\n\n\n\n\n\n\n");
@@ -78,9 +77,7 @@ TEST(TimingMerge, TagsNumberedParagraphsAndReportsGaps) {
 }
 
 TEST(TimingMerge, CleanMergeAndTheWalkStopsAtTheFirstParagraphCount) {
-  FormatsStation t;
-  t.open(kTiming);
-  ASSERT_TRUE(cargarTiming(t.st));
+  Loaded t;
   MemoryDocument& text = t.open(u"0001\nUno\n0002\nDos\n0002.A\nDos A\n0003\nTres\n\n\n\n");
   EXPECT_EQ(mergeTiming(t.st), u"");
   EXPECT_EQ(t.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
@@ -90,46 +87,10 @@ TEST(TimingMerge, CleanMergeAndTheWalkStopsAtTheFirstParagraphCount) {
 
   // Paragraphs are counted once, before the tags add theirs: without room
   // behind it the last number is not reached, and the report says so.
-  FormatsStation u;
-  u.open(kTiming);
-  ASSERT_TRUE(cargarTiming(u.st));
+  Loaded u;
   u.open(u"0001\nUno\n0002\nDos\n0002.A\nDos A\n0003\nTres\n");
   EXPECT_EQ(mergeTiming(u.st), u"Warning: Different number of subtitles in timing file (3) and text files (2).\r");
 
-  // Without a load nothing is touched, and that is a success.
-  FormatsStation none;
-  MemoryDocument& plain = none.open(u"0001\nUno\n");
-  EXPECT_EQ(mergeTiming(none.st), u"");
-  EXPECT_EQ(none.ui.lastBox().text, u"MERGE OPERATION COMPLETED SUCCESSFULLY.");
-  EXPECT_EQ(plainTextBytes(plain), "0001\nUno\n");
-}
-
-// quillon-cli's export, import and merge words for the interchange formats:
-// the exit status, then what went to standard error.
-TEST(FormatsCli, MessagesExitCodesImportAndMerge) {
-  if (!std::filesystem::exists(QUILLON_CLI_PATH)) GTEST_SKIP() << "quillon-cli not built";
-  const std::string dir = tempDir("cli-formats"), script = dir + "/script.txt";
-  std::filesystem::copy_file(testing::goldenPath("sample_script.txt"), script);
-  auto cli = [&](const std::string& args) {
-    const int status = std::system((std::string(QUILLON_CLI_PATH) + " " + args + " 2> " + dir + "/err.txt > /dev/null").c_str());
-    return std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : -1) + " " + readFile(dir + "/err.txt");
-  };
-  EXPECT_EQ(cli("export stl " + script + " -o " + dir + "/out.txt"), "1 QUILLON: Error: Wrong subtitle file extension\n");
-  EXPECT_EQ(cli("export cpc --field Nope=1 " + script + " -o " + dir + "/out.txt").substr(0, 2), "2 ");
-  std::ofstream(dir + "/empty.txt") << "No tags.\n";
-  EXPECT_EQ(cli("export sami " + dir + "/empty.txt -o " + dir + "/out.smi"), "1 QUILLON: Error: Invalid subtitle list.\n");
-  EXPECT_EQ(cli("export sami --encoding utf-8 " + script + " -o " + dir + "/out.smi"), "0 QUILLON: SAMI file created.\n");
-  EXPECT_NE(readFile(dir + "/out.smi").find("ni\xC3\xB1os"), std::string::npos);
-
-  std::ofstream(dir + "/in.srt", std::ios::binary) << "1\r\n00:00:01,000 --> 00:00:02,500\r\nHola\r\n\r\n";
-  EXPECT_EQ(cli("import srt --fps 25 " + dir + "/in.srt -o " + dir + "/imported.txt"), "0 ");
-  EXPECT_EQ(readFile(dir + "/imported.txt"), "SUB[0 N 00:00:01:00>00:00:02:15]\nHola\n\n\n");
-  std::ofstream(dir + "/timing.txt") << "0001\t10:00:01:00\t10:00:03:00\n0002\t10:00:04:00\t10:00:06:00\n";
-  std::ofstream(dir + "/text.txt") << "0001\nUno\n\n0002\nDos\n\n\n\n";
-  EXPECT_EQ(cli("merge " + dir + "/timing.txt " + dir + "/text.txt -o " + dir + "/merged.txt"),
-            "0 QUILLON: Operation complete. Last subtitle loaded: 2. \nQUILLON: MERGE OPERATION COMPLETED SUCCESSFULLY.\n");
-  EXPECT_EQ(readFile(dir + "/merged.txt"),
-            "SUB[1 N 10:00:01:00>10:00:03:00] \n0001\nUno\n\nSUB[2 N 10:00:04:00>10:00:06:00] \n0002\nDos\n\n\n\n");
 }
 
 }  // namespace

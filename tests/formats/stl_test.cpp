@@ -79,23 +79,20 @@ TEST(StlExport, SubtitleNumberIsLowByteFirstAndLongTextIsCutAtTheField) {
   EXPECT_EQ(block(exportStl(c, tempDir("stl-cut") + "/n.stl"), 1).substr(16), cut);
 }
 
+// A wrong extension keeps the form up with its button reading Cancel, which
+// hides it; the next export of the same form writes its file.
 TEST(StlExport, WrongExtensionThenCancelThenTheNextExport) {
   FormaSTL form;
   SampleStation w;
   const std::string dir = tempDir("stl-ext");
-  w.ui.savePaths.push_back(dir + "/x.txt");
+  w.ui.savePaths = {dir + "/x.txt", dir + "/x.stl"};
   ASSERT_TRUE(mnuSubEbu(w.st, form));
   EXPECT_EQ(w.ui.saveRequests[0].defaultName, u"Script1.stl");
   commandProximoSTL(w.st, form);
-  EXPECT_EQ(w.ui.lastBox().text, u"Error: Wrong subtitle file extension");
-  EXPECT_TRUE(form.visible);
-  EXPECT_FALSE(std::filesystem::exists(dir + "/x.txt"));
-  // The button now reads Cancel: pressing it hides the form, and no file.
-  EXPECT_EQ(form.commandCaption, u"Cancel");
+  EXPECT_EQ(w.ui.boxTexts(), std::vector<u16>{u"Error: Wrong subtitle file extension"});
+  EXPECT_TRUE(form.visible && form.commandCaption == u"Cancel" && !std::filesystem::exists(dir + "/x.txt"));
   commandProximoSTL(w.st, form);
   EXPECT_FALSE(form.visible);
-  // The next export of the same form writes its file.
-  w.ui.savePaths.push_back(dir + "/x.stl");
   ASSERT_TRUE(mnuSubEbu(w.st, form));
   EXPECT_TRUE(commandProximoSTL(w.st, form));
   EXPECT_EQ(readFile(dir + "/x.stl").size(), 1024u + 128u * 7u);
@@ -108,8 +105,7 @@ TEST(StlExport, ReplaceQuestionAsksAgainOnNo) {
   t.ui.savePaths = {dir + "/old.stl", dir + "/new.stl"};
   t.ui.answers = {Answer::No};
   exportStl(t, dir + "/unused.stl");
-  ASSERT_EQ(t.ui.boxes.size(), 1u);
-  EXPECT_EQ(t.ui.boxes[0].box.text, u"Do you want to replace the existing " + fromUtf8(dir) + u"/old.stl?\r");
+  EXPECT_EQ(t.ui.boxTexts(), std::vector<u16>{u"Do you want to replace the existing " + fromUtf8(dir) + u"/old.stl?\r"});
   EXPECT_EQ(t.ui.boxes[0].box.title, u"Create stl file");
   EXPECT_EQ(readFile(dir + "/old.stl"), "old");
   EXPECT_EQ(readFile(dir + "/new.stl").size(), 1024u + 128u * 7u);
@@ -126,9 +122,8 @@ TEST(StlExport, PropertiesAreAddedOnceAndFillTheNextExport) {
   const std::string path = tempDir("stl-props") + "/p.stl";
   t.ui.savePaths.push_back(path);
   ASSERT_TRUE(mnuSubEbu(t.st, form));
-  EXPECT_EQ(form["TextOPT"], u"Earlier");
-  EXPECT_EQ(form["TextTET"], u"A title longer than thirty-two c");
-  EXPECT_EQ(form["TextCD"], u"230405");
+  EXPECT_EQ((std::vector<u16>{form["TextOPT"], form["TextTET"], form["TextCD"]}),
+            (std::vector<u16>{u"Earlier", u"A title longer than thirty-two c", u"230405"}));
   form["TextOPT"] = u"Typed now";
   form["TextPUB"] = u"Pub";
   commandProximoSTL(t.st, form);

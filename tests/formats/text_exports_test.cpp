@@ -54,13 +54,6 @@ TEST(TextExports, SampleScriptMatchesGoldenFiles) {
   EXPECT_TRUE(testing::matchesGolden("sample_qt.txt", documentBytes(t)));
 }
 
-TEST(SamiExport, WithoutAVideoEveryTimeIsZero) {
-  SampleStation t;
-  std::string file = fileExport(t, mnuSubSami, tempDir("sami-novideo") + "/s.smi", TextEncoding::Utf8);
-  EXPECT_EQ(file.find("<Sync Start=1"), std::string::npos);
-  EXPECT_NE(file.find("<Sync Start=0><P Class=ENCC><I>Los ni\xC3\xB1os"), std::string::npos);
-}
-
 TEST(UnicodeTextExport, NumberedLayoutAndFourDigits) {
   SampleStation t;
   ASSERT_TRUE(mnuSubUnitext(t.st));

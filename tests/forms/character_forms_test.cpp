@@ -1,10 +1,7 @@
-#include <QLabel>
 #include <QListWidget>
-#include <QTableWidget>
 #include <gtest/gtest.h>
 
 #include "app/forms/character_forms.h"
-#include "app/forms/reading_speed_dialog.h"
 #include "dubbing/roster.h"
 #include "forms_fixture.h"
 
@@ -36,42 +33,6 @@ TEST(CharacterForms, PickingFormFollowsTheSessionShowsAnyScriptAndWritesThePick)
   QTest::mouseClick(d.findChild<QPushButton*>("Aceptar"), Qt::LeftButton);
   EXPECT_FALSE(d.isVisible());
   EXPECT_NE(f.t.content().find(u"] \u674e\u660e\r"), u16::npos);
-}
-
-TEST(CharacterForms, RosterFormCreatesNamesAndReportsDuplicatesButStoresThem) {
-  FormsStation f;
-  ASSERT_TRUE(f.forms->open("FrmNewChar"));
-  FrmNewCharDialog& d = f.forms->dialogFrmNewChar();
-  EXPECT_TRUE(d.isVisible());
-  auto* text1 = d.findChild<QLineEdit*>("Text1");
-  auto* create = d.findChild<QPushButton*>("CommandCreate");
-  QTest::keyClicks(text1, "ANA");
-  QTest::mouseClick(create, Qt::LeftButton);
-  QTest::keyClicks(text1, "ANA");
-  QTest::mouseClick(create, Qt::LeftButton);
-  EXPECT_EQ(f.t.st.s.roster.numvoces, 2);
-  ASSERT_EQ(f.t.ui.boxes.size(), 1u);
-  EXPECT_EQ(f.t.ui.lastBox().text, u"Error: Character already exists");
-  auto* list = d.findChild<QListWidget*>("List1");
-  EXPECT_EQ(list->count(), 2);
-  EXPECT_EQ(f.t.st.s.pickingList.items.size(), 2u);
-}
-
-TEST(ReadingSpeedForm, TableShowsOnAirTimesAtTheSessionsSpeed) {
-  FormsStation f;
-  f.t.st.s.readingSpeed = 12;
-  f.t.st.s.maxCharsRow = 30;
-  ASSERT_TRUE(f.forms->open("mnu_sub_par_read"));
-  ReadingSpeedDialog& d = f.forms->dialogReadingSpeed();
-  EXPECT_TRUE(d.isVisible());
-  QTableWidget* t = d.table();
-  ASSERT_EQ(t->rowCount(), 61);
-  // 24 characters at 12 a second stay two seconds on air.
-  EXPECT_EQ(t->item(23, 1)->text(), QStringLiteral("2.00"));
-  EXPECT_EQ(t->item(23, 2)->text(), QStringLiteral("02:00"));
-  // A single character still gets the minimum on-air time.
-  EXPECT_EQ(t->item(0, 1)->text(), QString::fromStdString(toUtf8(formatNumber(f.t.st.s.minOnAir1, "0.00"))));
-  EXPECT_TRUE(d.findChild<QLabel*>("LabelSpeed")->text().contains("12 characters per second"));
 }
 
 }  // namespace quillon::testing

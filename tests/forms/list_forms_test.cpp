@@ -16,12 +16,8 @@ std::string subtitleScript(int count) {
   return toUtf8(text);
 }
 
-struct Files {
-  explicit Files(const std::string& name) : dir(tempDir(name)) {}
-  std::string dir;
-  std::string gui(const std::string& ext) const { return dir + "/gui." + ext; }
-  std::string cli(const std::string& ext) const { return dir + "/cli." + ext; }
-};
+// Where the form's file and the command line's go.
+std::string gui(const std::string& dir, const std::string& ext) { return dir + "/gui." + ext; }
 
 }  // namespace
 
@@ -53,10 +49,10 @@ TEST(ListExportForms, EachFormWritesWhatTheCommandLineWrites) {
   };
   for (const Row& r : rows) {
     SCOPED_TRACE(r.menu);
-    Files files(std::string("forms_") + r.command);
+    const std::string dir = tempDir(std::string("forms_") + r.command);
     FormsStation f;
-    const std::string script = f.load(files.dir, r.script ? r.script : subtitleScript(6));
-    f.t.ui.savePaths = {files.gui(r.ext)};
+    const std::string script = f.load(dir, r.script ? r.script : subtitleScript(6));
+    f.t.ui.savePaths = {gui(dir, r.ext)};
     ASSERT_TRUE(f.forms->open(r.menu));
     FormDialog& d = f.forms->exportDialog(r.menu);
     if (r.offered.first) {
@@ -72,17 +68,17 @@ TEST(ListExportForms, EachFormWritesWhatTheCommandLineWrites) {
     }
     QTest::mouseClick(d.commandProximo(), Qt::LeftButton);
     EXPECT_FALSE(d.isVisible());
-    ASSERT_EQ(0, runCli(std::string("export ") + r.command + args + " " + script + " -o " + files.cli(r.ext)));
-    EXPECT_NE(readFile(files.gui(r.ext)).find(r.mark), std::string::npos);
-    EXPECT_EQ(readFile(files.gui(r.ext)), readFile(files.cli(r.ext)));
+    ASSERT_EQ(0, runCli(std::string("export ") + r.command + args + " " + script + " -o " + dir + "/cli." + r.ext));
+    EXPECT_NE(readFile(gui(dir, r.ext)).find(r.mark), std::string::npos);
+    EXPECT_EQ(readFile(gui(dir, r.ext)), readFile(dir + "/cli." + r.ext));
   }
 }
 
 TEST(ListExportForms, CancelDuringALongExportLeavesNoFile) {
-  Files files("forms_cancel");
+  const std::string dir = tempDir("forms_cancel");
   FormsStation f;
-  f.load(files.dir, subtitleScript(4000));
-  f.t.ui.savePaths = {files.gui("stl")};
+  f.load(dir, subtitleScript(4000));
+  f.t.ui.savePaths = {gui(dir, "stl")};
   ASSERT_TRUE(f.forms->open("mnu_sub_ebu"));
   FormDialog& d = f.forms->exportDialog("mnu_sub_ebu");
   bool cancelSeenRunning = false;
@@ -94,15 +90,15 @@ TEST(ListExportForms, CancelDuringALongExportLeavesNoFile) {
   QTest::mouseClick(d.commandProximo(), Qt::LeftButton);
   EXPECT_TRUE(cancelSeenRunning);
   EXPECT_FALSE(d.isVisible());
-  EXPECT_FALSE(std::filesystem::exists(files.gui("stl")));
+  EXPECT_FALSE(std::filesystem::exists(gui(dir, "stl")));
   EXPECT_LT(f.forms->formaSTL().progressValue, 4000);
 
   // The next export starts clear and runs to its end.
-  f.t.ui.savePaths = {files.gui("stl")};
+  f.t.ui.savePaths = {gui(dir, "stl")};
   ASSERT_TRUE(f.forms->open("mnu_sub_ebu"));
   EXPECT_EQ(d.commandProximo()->text(), QStringLiteral("OK"));
   QTest::mouseClick(d.commandProximo(), Qt::LeftButton);
-  EXPECT_EQ(readFile(files.gui("stl")).size(), 1024u + 128u * 4002u);
+  EXPECT_EQ(readFile(gui(dir, "stl")).size(), 1024u + 128u * 4002u);
 }
 
 }  // namespace quillon::testing

@@ -54,16 +54,5 @@ TEST(DocumentOps, FindsAndReplaceOnTheTags) {
   EXPECT_FALSE(replaceInDocument(t.st, u"absent", u"x"));
 }
 
-TEST(DocumentOps, InsertCurrentTimecodeGoesBehindTheCursorAndOnTheClipboard) {
-  testing::TestStation t;
-  t.open(u"Hello\n");
-  t.docs.select({5, 5});
-  t.st.view.LabTimecode.caption = u"01:00:00:00";
-  insertCurrentTC(t.st);
-  EXPECT_EQ(t.content(), u"Hello01:00:00:00\r");
-  EXPECT_EQ(t.docs.selectionRange(), (TextRange{16, 16}));
-  EXPECT_EQ(t.ui.clip, u"01:00:00:00");
-}
-
 }  // namespace
 }  // namespace quillon

@@ -64,47 +64,5 @@ TEST(SubtitleScan, FaultyTagsAndNames) {
   EXPECT_EQ(t.ui.lastBox().icon, Icon::Critical);
 }
 
-TEST(SubtitleScan, ModeOneReadsOnlyTheSelectionAndModeTwoDropsWhatIsBehindThePosition) {
-  TestStation t;
-  t.open(testing::generatedSubtitleScript(3));
-  t.docs.select({0, t.docs.paragraph(5).start});  // the first subtitle only
-  ASSERT_TRUE(scanSubtitles(t.st, ScanMode::Selection));
-  EXPECT_EQ(t.st.s.scan.count(), 1);
-
-  t.st.s.videoFile = u"v.mp4";
-  t.st.s.videoDuration = 100;
-  t.st.s.tcEnd = 100;
-  t.st.s.g_dblPosActual = 12;  // the first subtitle starts at 10
-  ASSERT_TRUE(scanSubtitles(t.st, ScanMode::FromCurrentPosition));
-  EXPECT_EQ(t.st.s.scan.count(), 2);
-  EXPECT_DOUBLE_EQ(t.st.s.scan.cueIn[1], 14);
-}
-
-TEST(DubbingScan, BothTagFormsBackFillOpenCueOutsAndFillTheRoster) {
-  TestStation t;
-  t.open(u"DUB[0 N 00:00:01:00>00:00:02:00] ANNA\nHi.\n\nDUB[00:00:05:00]\tMARK\nYo.\n\nDUB[00:00:07:00]\tANNA\nBye.\n\n");
-  ASSERT_TRUE(scanSubtitles(t.st, ScanMode::WholeScript));
-  const ScanTable& s = t.st.s.scan;
-  ASSERT_EQ(s.count(), 3);
-  EXPECT_FALSE(s.isSubtitle[1]);
-  EXPECT_TRUE(s.voiceOn[1]);
-  EXPECT_DOUBLE_EQ(s.cueOut[2], 7);  // closed by the next cue-in
-  EXPECT_EQ(s.cueOut[3], 0);
-  EXPECT_EQ(s.text[1], u"Hi.\r\r");
-  EXPECT_EQ((std::vector<int>{s.voiceIndex[1], s.voiceIndex[2], s.voiceIndex[3]}), (std::vector<int>{1, 2, 1}));
-  EXPECT_EQ(t.st.s.roster.numvoces, 2);
-  EXPECT_EQ(t.st.s.roster.voces[2], u"MARK");
-}
-
-TEST(TagWriting, SubtitleAndTextlessTagsHaveTheirLayouts) {
-  EXPECT_EQ(subtitleTag(12, u'R', u'1', 1, 2.48, 25), u"SUB[2R1 00:00:01:00>00:00:02:12]\r");
-  EXPECT_EQ(textlessSubtitleTag(0, u' ', 1, 2, 30), u"SUB[0 N 00:00:01:00>00:00:02:00]\r\r");
-  EXPECT_EQ(wholeTagPattern(u"00:00:01:00", u"00:00:02:00"), u"SUB[^?^?^? 00:00:01^?00>00:00:02^?00]");
-  TestStation t;
-  t.open(u"First line\n\n");
-  insertSubtitleTag(t.st, subtitleTag(0, u' ', u'N', 1, 2, 30));
-  EXPECT_EQ(t.content(), u"SUB[0 N 00:00:01:00>00:00:02:00]\rFirst line\r\r");
-}
-
 }  // namespace
 }  // namespace quillon
