@@ -50,9 +50,7 @@ class CliWriteErrors : public ::testing::Test {
     std::ofstream(dir + "/text.txt", std::ios::binary) << "0001\nUno\n\n0002\nDos\n\n";
     std::ofstream(out, std::ios::binary) << kPrevious;
     std::string args = c.args;
-    auto put = [&](const std::string& word, const std::string& value) {
-      args.replace(args.find(word), word.size(), quoted(value));
-    };
+    auto put = [&](const std::string& word, const std::string& value) { args.replace(args.find(word), word.size(), quoted(value)); };
     if (args.find("IN2") != std::string::npos) put("IN2", dir + "/text.txt");
     put("IN", in);
     put("OUT", out);

@@ -55,8 +55,7 @@ TEST(HugeFiles, ATwoGigabyteScriptOrANamedPipeIsRefusedNamingTheFile) {
     std::string error;
     EXPECT_EQ(loadDocumentFile(path, error), nullptr) << name;
     // Word-processor files may carry pictures and are allowed more.
-    const char* limit = fileExtension(path) == "txt" ? "64" : "256";
-    EXPECT_EQ(error, "cannot read " + path + ": larger than " + limit + " MB");
+    EXPECT_EQ(error, "cannot read " + path + ": larger than " + (fileExtension(path) == "txt" ? "64" : "256") + " MB");
   }
   expectCliRefuses(dir, "scan " + quoted(dir + "/big.txt"), "cannot read " + dir + "/big.txt: larger than 64 MB");
 
@@ -78,11 +77,9 @@ TEST(HugeFiles, ImportsOfATwoGigabyteFileStopAsOnAnUnreadableFile) {
     TestStation t;
     t.open(u"");
     t.ui.openPaths.push_back(path);
-    const bool ebu = handler == mnuSubImpEBU;
-    EXPECT_EQ(handler(t.st), ebu);
-    EXPECT_EQ(t.docs.documents().size(), ebu ? 2u : 1u);
-    EXPECT_EQ(t.content(), u"\r");
-    EXPECT_TRUE(t.ui.boxes.empty());
+    const bool ebu = handler == mnuSubImpEBU, ran = handler(t.st);
+    EXPECT_EQ(std::tuple(ran, t.docs.documents().size(), t.content(), t.ui.boxes.size()),
+              std::tuple(ebu, ebu ? 2u : 1u, u16(u"\r"), 0u));
   }
   // A settings file that large is not trusted: every field takes its default.
   EXPECT_EQ(readSettingsLine(path), "");
@@ -106,21 +103,17 @@ TEST(LongLines, TenMegabytesOnOneLineThroughEveryReader) {
     captions ? scanCaptions(t.st, ScanMode::WholeScript) : scanSubtitles(t.st, ScanMode::WholeScript);
     EXPECT_LE(t.st.s.scan.count(), 1);
   }
+  TestStation t;
   for (auto read : {readSubList, readDos850List, readSrt, readDotSubList}) {
-    TestStation t;
     t.docs.documentsAdd();
     EXPECT_LE(read(t.st, line + "\r\n"), 1);
   }
   EXPECT_EQ(ebuStlToScript(line, 25), u"");
-  TestStation t;
   for (auto command : {+[](Station& st) { cargarTiming(st); }, +[](Station& st) { mergeTiming(st); },
                        +[](Station& st) { mnuSubImpunitxt(st); }}) {
     t.docs.addDocument(plainTextDocument(line));
     command(t.st);
   }
-  Session s;
-  applySettingsLine(s, line);
-  EXPECT_EQ(buildSettingsLine(s).size(), 47u);
   EXPECT_EQ(delimitedField(line).size(), line.size());
 }
 
@@ -131,15 +124,6 @@ TEST(StlBlockCount, ACountOfNinetyNineThousandReadsOnlyTheBlocksThere) {
   image.replace(238, 5, "99999");
   EXPECT_EQ(ebuStlToScript(image, 25), honest);
   EXPECT_EQ(ebuStlToScript(image.substr(0, 1024), 25), u"");
-
-  const std::string path = testing::tempDir("stl-tnb") + "/lying.stl";
-  std::ofstream(path, std::ios::binary) << image;
-  TestStation t(25);
-  t.open(u"");
-  t.ui.openPaths.push_back(path);
-  ASSERT_TRUE(mnuSubImpEBU(t.st));
-  EXPECT_EQ(t.content(), honest + u"\r");
-  EXPECT_TRUE(t.ui.boxes.empty());
 }
 
 #ifdef QUILLON_HAVE_DOCFILES
@@ -162,8 +146,7 @@ TEST(ZipBomb, ADocxBombIsRefusedNamingTheFile) {
   EXPECT_LT(std::filesystem::file_size(path), 2u << 20);
   std::string error;
   EXPECT_EQ(loadDocumentFile(path, error), nullptr);
-  EXPECT_EQ(error.rfind("cannot read " + path + ": ", 0), 0u) << error;
-  EXPECT_NE(error.find("zip bomb"), std::string::npos) << error;
+  EXPECT_TRUE(error.rfind("cannot read " + path + ": ", 0) == 0 && error.find("zip bomb") != std::string::npos) << error;
   expectCliRefuses(dir, "scan " + quoted(path), error);
 }
 #endif

@@ -23,10 +23,8 @@ struct SimRig {
     s.videoDuration = duration;
     s.tcStart = 0;
     s.tcEnd = duration;
-    s.followSimulation = false;
-    s.jumpToNextBlock = false;
-    t.st.view.overlays.mainLeft = 1000;
-    t.st.view.overlays.mainTop = 2000;
+    s.followSimulation = s.jumpToNextBlock = false;
+    t.st.view.overlays.mainLeft = 1000, t.st.view.overlays.mainTop = 2000;
     t.st.view.overlays.focus = "slVideo";
     installTransport(t.st);
     t.ui.pumpStep = 0.01;
@@ -68,8 +66,7 @@ inline void expectMainWindowBack(const Station& st) {
   for (const char* m : {"mnu_file", "mnu_ctlVideo", "mnu_sub", "mnu_dub", "mnu_cc", "mnu_herr", "mnu_hlp"})
     EXPECT_TRUE(v.menu(m).enabled) << m;
   EXPECT_TRUE(v.slVideo.visible && v.toolbarVisible && v.panels[3].enabled);
-  EXPECT_EQ(v.overlays.focus, "slVideo");
-  EXPECT_EQ(v.overlays.Text1.Left, -1000);
+  EXPECT_EQ(std::tuple(v.overlays.focus, v.overlays.Text1.Left), std::tuple(std::string("slVideo"), -1000));
   EXPECT_TRUE(v.overlays.Text1.Text.empty() && v.panels[3].text.empty());
   EXPECT_FALSE(v.overlays.Text1.Visible || v.overlays.FormaSub.Visible || v.overlays.FormaCC.Visible);
 }

@@ -28,8 +28,6 @@ TEST(Toolbar, ButtonsSeekAndHandTheFocusToTheSlider) {
   EXPECT_TRUE(st.s.g_fVideoRun);  // button 11 runs the video
   toolbarClick(st, 6);
   EXPECT_EQ(std::tuple(st.s.g_fVideoRun, st.view.toolbarButton(6).image), std::tuple(false, 1));
-  toolbarClick(st, 6);
-  EXPECT_EQ(st.view.toolbarButton(6).image, 2);
 }
 
 TEST(Slider, ScrollSeeksToWholeSecondsButNotAfterAFrameStep) {
@@ -56,12 +54,10 @@ TEST(Timers, Timer1MovesThePositionInsideThePumpAndStopsAtTheEnd) {
   t.openTaggedVideo(10);
   resumevideo(t.st);
   t.run(4);
-  EXPECT_NEAR(t.st.s.g_dblPosActual, 4, 0.034);
   EXPECT_EQ(t.st.view.slVideo.value, 4);
   t.run(10);
   EXPECT_EQ(std::tuple(t.st.s.g_fVideoRun, t.st.view.toolbarButton(6).caption), std::tuple(false, u16(u"Play")));
   EXPECT_NEAR(t.st.s.g_dblPosActual, 10, 0.034);  // the last read before the end
-
   t.st.s.timecodeInClipboard = true;
   ira(t.st, 0);
   resumevideo(t.st);

@@ -53,15 +53,5 @@ TEST(StartUp, CommandLineVideoOpensOnTheSettingsOfTheLine) {
   EXPECT_EQ(readFile(path), "TRTFFFTTTFFFTTFT09002500321220.5001.0006.001.00\n");
 }
 
-TEST(StartUp, UnopenableVideoLeavesTheStationUpWithoutAVideo) {
-  TransportStation t;
-  const std::string path = settingsFile("missing", "");
-  EXPECT_TRUE(startStation(t.st, u"\"/nonexistent/clip.avi\"", path));
-  EXPECT_FALSE(videoOpen(t.st) || t.st.view.menu("mnu_ctlVideo").enabled);
-  EXPECT_TRUE(t.ui.boxes.empty());
-  unloadMainForm(t.st, path);
-  EXPECT_EQ(readFile(path), "FRTFFFTTFFFFFTFT14002500320510.2501.0006.000.30\n");
-}
-
 }  // namespace
 }  // namespace quillon
