@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
-#include <cmath>
 #include <fstream>
 #include <thread>
 
@@ -55,33 +53,6 @@ TEST(MpvPlayer, OpensAPlayableFilePausedAtTheStartAndRefusesOthers) {
   player.release();
   EXPECT_FALSE(player.isOpen());
   EXPECT_EQ(player.duration(), 0);
-}
-
-TEST(MpvPlayer, PlaysReportingEachFrameAndHoldsWhenPaused) {
-  QUILLON_SAMPLE_OR_SKIP(path, "pattern.mp4");
-  MpvPlayer player(headless());
-  std::atomic<int> calls{0};
-  std::atomic<double> last{-1};
-  player.setPositionListener([&](double pos) {
-    ++calls;
-    last = pos;
-  });
-  ASSERT_TRUE(player.renderFile(path));
-  player.setCurrentPosition(3 * kFrame);
-  EXPECT_NEAR(last.load(), 3 * kFrame, 1e-3);
-  calls = 0;
-  player.run();
-  sleepFor(1.0);
-  player.pause();
-  sleepFor(0.1);
-  const double pos = player.currentPosition();
-  EXPECT_GT(pos, 0.7);
-  EXPECT_LT(pos, 1.5);
-  EXPECT_GT(calls.load(), 15);  // about 25 frames a second, each reported
-  EXPECT_NEAR(last.load(), pos, 1e-3);
-  sleepFor(0.3);
-  EXPECT_DOUBLE_EQ(player.currentPosition(), pos);
-  EXPECT_EQ(frameShown(player), static_cast<int>(std::lround(pos / kFrame)));
 }
 
 TEST(MpvPlayer, SeeksAndFrameStepsLandOnTheFrameAndTheEndStandsStill) {
